@@ -1,0 +1,89 @@
+// The naming engine's model: what the readers enter and what everything else reads.
+#include "namer/mrIDNamer.h"
+
+#include <cstdio>
+
+mrLog::~mrLog() = default;
+
+const CString mrIDNamer::general_head = "general";
+
+mrIDNamer::mrIDNamer() { clear_include_paths(); }
+
+mrIDNamer::~mrIDNamer() = default;
+
+void mrIDNamer::warning(const CString& text) {
+  std::printf("Warning: %s\n", text.GetString());
+  ++m_warning_count;
+}
+
+void mrIDNamer::error(const CString& text) {
+  std::printf("Error: %s\n", text.GetString());
+  ++m_error_count;
+}
+
+// Deliberate: the warning count stays; check_res_map alone resets it.
+void mrIDNamer::clear() { m_error_count = 0; }
+
+void mrIDNamer::clear_all() {
+  // What points goes before what is pointed at.
+  m_processed_files.clear();
+  m_libraries.clear();
+  m_values.clear();
+  m_headers.clear();
+}
+
+void mrIDNamer::clear_include_paths() {
+  m_include_paths.RemoveAll();
+  m_include_paths.Add(CString());
+}
+
+mrLibraryRes* mrIDNamer::add_lib(const CString& name) {
+  std::unique_ptr<mrLibraryRes>& module = m_libraries[name];
+  module = std::make_unique<mrLibraryRes>();
+  module->name = name;
+  return module.get();
+}
+
+mrHeader* mrIDNamer::add_header(mrLibraryRes* module, const CString& key, const CString& path) {
+  std::unique_ptr<mrHeader>& group = m_headers[key];
+  if (!group) {
+    group = std::make_unique<mrHeader>();
+    group->path = path;
+    group->key = key;
+  }
+  if (module)
+    module->headers[key] = group.get();
+  return group.get();
+}
+
+void mrIDNamer::add_constant(const CString& group, const CString& name, int64_t value) {
+  add_constant(name, value, add_header(nullptr, group, CString()));
+}
+
+void mrIDNamer::add_constant(const CString& name, int64_t value, mrHeader* group) {
+  enter_value(value, name, group->key);
+  group->constants[name] = value;
+}
+
+// Keeps one name for a pair of groups whose keys differ by a final letter, a module and its debug build,
+// preferring the shorter key. Deliberate: plain tests of length and substring, so names of one group can
+// displace each other as well.
+void mrIDNamer::enter_value(int64_t value, const CString& name, const CString& key) {
+  const CString qualified = key + "." + name;
+  const CString short_key = key.Left(key.GetLength() - 1);
+  std::unique_ptr<mrNameArray>& names = m_values[value];
+  if (!names)
+    names = std::make_unique<mrNameArray>();
+  for (CString& entry : *names) {
+    if (entry == qualified)
+      return;
+    const int longer = entry.GetLength() - qualified.GetLength();
+    const bool near = longer == 1 || longer == -1;
+    if (!near || entry.Find(name) < 0 || entry.Find(short_key) < 0)
+      continue;
+    if (longer == 1)
+      entry = qualified;
+    return;
+  }
+  names->Add(qualified);
+}
