@@ -1,7 +1,8 @@
 // 8-bit text in the ANSI code page, the string of the exported interface.
 //
 // A thin class over std::string with the names of the framework that the interface is written in, and no more
-// operations than are used. Header-only: both sides of the DLL boundary compile the same code and share one heap.
+// operations than are used. Header-only: both sides of the DLL boundary compile the same code and share one
+// heap.
 #pragma once
 
 #include <cstdarg>
@@ -74,7 +75,9 @@ public:
 
   // Index of the first occurrence at or after start, -1 when there is none.
   int Find(char ch, int start = 0) const { return index(m_text.find(ch, static_cast<size_t>(start))); }
-  int Find(const char* text, int start = 0) const { return index(m_text.find(text, static_cast<size_t>(start))); }
+  int Find(const char* text, int start = 0) const {
+    return index(m_text.find(text, static_cast<size_t>(start)));
+  }
   int ReverseFind(char ch) const { return index(m_text.rfind(ch)); }
 
 private:

@@ -1,7 +1,7 @@
 // The one macro under which classes and functions of the library are exported.
 //
-// MR_BUILDING is defined while the library itself is compiled. On a build machine that is not Windows only the
-// platform-free core is compiled, into test programs, and nothing is exported.
+// MR_BUILDING is defined while the library itself is compiled. On a build machine that is not Windows only
+// the platform-free core is compiled, into test programs, and nothing is exported.
 #pragma once
 
 #if !defined(_WIN32)

@@ -1,0 +1,50 @@
+// Host process, GUI thread (the look-up of factories: both processes).
+#include "hooks/mrDispatcher.h"
+
+#include "hooks/mrHookedMessage.h"
+#include "hooks/mrSharedBlock.h"
+#include "model/mrActionFactory.h"
+
+// Zero-initialised before any constructor runs, so the order of construction between files does not matter.
+// Index 0 stays empty.
+static mrActionFactory* factories[last_factory_type + 1];
+
+// Set while a message is dispatched in this process.
+static bool dispatching = false;
+
+void register_factory(mrActionFactory& factory) { factories[factory.get_factory_type()] = &factory; }
+
+mrActionFactory* get_factory(int type, bool ignore_raw_mode) {
+  if (shared_block().raw_mode && !ignore_raw_mode && type != factoryWindow)
+    return nullptr;
+  if (type < first_factory_type || type > last_factory_type)
+    return nullptr;
+  return factories[type];
+}
+
+void tell_factories_of_start() {
+  for (int type = first_factory_type; type <= last_recorded_factory_type; ++type) {
+    if (mrActionFactory* factory = factories[type])
+      factory->on_start_record();
+  }
+}
+
+static void offer_to_factories(int kind, int code, WPARAM wparam, LPARAM lparam) {
+  const int first_asked = shared_block().raw_mode ? factoryWindow : last_recorded_factory_type;
+  for (int type = first_asked; type >= first_factory_type; --type) {
+    mrActionFactory* factory = factories[type];
+    if (factory && factory->handle_message(kind, code, wparam, lparam))
+      return;
+  }
+}
+
+void dispatch_hook_message(int kind, int code, WPARAM wparam, LPARAM lparam) {
+  if (dispatching)
+    return;
+  dispatching = true;
+  {
+    const mrClassNameScope names;
+    offer_to_factories(kind, code, wparam, lparam);
+  }
+  dispatching = false;
+}

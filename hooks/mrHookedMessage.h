@@ -1,0 +1,37 @@
+// One hooked message, whatever hook delivered it: the one place where the hooks' own structures are read.
+#pragma once
+
+#include "framework/mrApi.h"
+#include "hooks/mrHookKind.h"
+
+#include <windows.h>
+
+// The longest class name, window text or item text that travels, with its final zero.
+constexpr int mr_max_text = 260;
+
+// Valid only during the hook call.
+struct mrHookedMessage {
+  HWND window;
+  UINT message;
+  WPARAM wparam;
+  LPARAM lparam;
+};
+
+// Reads the hook's structure behind lparam. False for a CBT notification (and any other kind) and for a
+// message without a window: nothing there to record; out is then untouched. Host process, GUI thread.
+MR_API bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out);
+
+// The class name of a window (GetClassNameA), empty for an invalid one. Host process, GUI thread, inside a
+// hook. While one hooked message is dispatched the names of the few windows that it is about are read once
+// and kept, so that seventeen recorders cost one look-up. Borrowed until the message has been dispatched;
+// outside a dispatch until the next call.
+MR_API const char* hooked_class_name(HWND window);
+
+// Marks one hooked message: names read before it are forgotten, and again when it has been dispatched.
+class mrClassNameScope {
+public:
+  mrClassNameScope();
+  ~mrClassNameScope();
+  mrClassNameScope(const mrClassNameScope&) = delete;
+  mrClassNameScope& operator=(const mrClassNameScope&) = delete;
+};

@@ -1,0 +1,106 @@
+// Base of every concrete recorder: uploading, timers, the ignore list, the run-command stack, and what a
+// window class means to a recorder.
+#pragma once
+
+#include "framework/CString.h"
+#include "framework/mrApi.h"
+#include "model/mrActionFactory.h"
+#include "model/mrBaseWindow.h"
+#include "model/mrWindowInfo.h"
+
+#include <windows.h>
+
+#include <vector>
+
+// A command that a window procedure is working on.
+struct mrCommandRec {
+  HWND window;
+  int command;
+};
+
+class MR_API mrBaseWindowFactory : public mrActionFactory {
+public:
+  static constexpr int max_ignore_commands = 16;
+
+  // script_name: the control in the script's declarations. class_name: the prefix of the window classes that
+  // this factory records; the script name takes its place when it is empty. Both are literals, not owned.
+  mrBaseWindowFactory(const char* script_name, const char* class_name);
+
+  // Empties the run-command stack.
+  void on_start_record() override;
+
+  // Declares a control of this factory's class by its host-given name or its control id.
+  mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
+                                   CString& identifier) override;
+
+  // Slot 8. Whether a window class belongs to this factory: it begins with the factory's class name, byte for
+  // byte.
+  virtual bool is_wrapped_type(const char* class_name) const;
+
+  // Uploads one record of this factory to the recorder window. Host process, GUI thread; data is borrowed.
+  void send_data(unsigned __int64 size, void* data);
+
+  // A short wait of a recogniser, in milliseconds of the tick count. Host process.
+  void set_timeout(unsigned long ms) { m_timeout = ms; }
+  // A tick count of exactly 0 leaves the timer looking unset; accepted.
+  void set_timer();
+  void stop_timer() { m_timer_start = 0; }
+  bool is_timer_set() const { return m_timer_start != 0; }
+  // More than the timeout has passed; false exactly at the timeout and when the timer is not set.
+  bool is_timeout() const;
+
+  // The commands that are not recorded. The count is shared by all processes, the list itself is per process.
+  // Deliberate: the recorder process sets both, a host process sees the count and its own list.
+  // An id beyond the sixteenth is dropped.
+  static void add_ignore_command(int id);
+  static void clear_ignore_commands();
+  static bool is_ignore(int id);
+
+protected:
+  // Remembers that a window procedure is working on a command, so that the same command travelling on to a
+  // parent is not recorded again. Host process.
+  static void add_run_command(HWND window, int command);
+
+  // The class name under which a window is compared and declared: without what changes from build to build
+  // and from run to run.
+  CString filter_class_name(const char* class_name);
+
+  // Declares a window by the name that the host gave it: the ByID form of script_name (of this factory's own
+  // name). declaredNot when it has none.
+  mrDeclarationRes get_named_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
+                                         CString& identifier, const char* script_name);
+  mrDeclarationRes get_named_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
+                                         CString& identifier);
+
+  const char* get_script_name() const { return m_script_name; }
+
+  // The symbolic name of a window's control id in its dialog ("IDC_" names). Recorder process.
+  CString get_id_name(const mrWindowInfo* info) const;
+
+  // The last recorded action when it is of class ACTION and on this window (element 0 of its path), else
+  // null: what a builder may merge into. Recorder process. Raises CInvalidArgException for such an action
+  // with an empty path.
+  template <class ACTION>
+  ACTION* last_action_on(HWND window) const {
+    ACTION* action = dynamic_cast<ACTION*>(get_last_action());
+    return action && action->get_path()[0]->window == window ? action : nullptr;
+  }
+
+  // Appends an action with its statement to the recorder's list, which owns it from then on. Recorder
+  // process.
+  void append_action(mrBaseWindow* action, const CString& statement);
+
+  // Whether the user could have done something to a control: it is visible and enabled. Host process.
+  static bool is_operable(HWND control) { return IsWindowVisible(control) && IsWindowEnabled(control); }
+
+  static int m_ignore_commands[max_ignore_commands];   // per process; the count is in the shared block
+  static std::vector<mrCommandRec> mr_commands_stack;  // per process, host GUI thread
+
+private:
+  mrAction* get_last_action() const;  // null when nothing is recorded yet
+
+  const char* m_script_name;
+  const char* m_class_name;
+  DWORD m_timer_start = 0;  // ticks; 0 when not set
+  DWORD m_timeout = 0;      // milliseconds
+};
