@@ -2,7 +2,7 @@
 // 1).
 #pragma once
 
-enum mrFactoryType {
+enum mrFactoryType : int {
   factoryWindow = 1,
   factoryComboBox = 2,
   factoryListBox = 3,

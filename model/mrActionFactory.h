@@ -5,11 +5,11 @@
 #include "framework/CPoint.h"
 #include "framework/CString.h"
 #include "framework/mrApi.h"
-#include "hooks/mrFactoryType.h"
 
 #include <windows.h>
 
 class mrRecorder;
+enum mrFactoryType : int;
 struct mrWindowInfo;
 
 // How a factory declares a window in the script.

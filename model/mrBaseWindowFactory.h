@@ -4,6 +4,7 @@
 
 #include "framework/CString.h"
 #include "framework/mrApi.h"
+#include "hooks/mrFactoryType.h"
 #include "model/mrActionFactory.h"
 #include "model/mrBaseWindow.h"
 #include "model/mrWindowInfo.h"
