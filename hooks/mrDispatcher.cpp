@@ -2,6 +2,7 @@
 #include "hooks/mrDispatcher.h"
 
 #include "hooks/mrHookedMessage.h"
+#include "hooks/mrIdentity.h"
 #include "hooks/mrSharedBlock.h"
 #include "model/mrActionFactory.h"
 
@@ -38,10 +39,20 @@ static void offer_to_factories(int kind, int code, WPARAM wparam, LPARAM lparam)
   }
 }
 
+// Windows gives the handle of a destroyed window to a new one sooner or later.
+static void forget_windows_that_come_and_go(int kind, LPARAM lparam) {
+  if (kind != hookCallWndProc)
+    return;
+  const CWPSTRUCT& call = *reinterpret_cast<const CWPSTRUCT*>(lparam);
+  if (call.message == WM_NCCREATE || call.message == WM_NCDESTROY)
+    forget_identity(call.hwnd);
+}
+
 void dispatch_hook_message(int kind, int code, WPARAM wparam, LPARAM lparam) {
   if (dispatching)
     return;
   dispatching = true;
+  forget_windows_that_come_and_go(kind, lparam);
   {
     const mrClassNameScope names;
     offer_to_factories(kind, code, wparam, lparam);

@@ -1,6 +1,8 @@
 // Host process, GUI thread.
 #include "hooks/mrHookedMessage.h"
 
+#include "hooks/mrIdentity.h"
+
 bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out) {
   mrHookedMessage message;
   switch (kind) {
@@ -62,7 +64,7 @@ const char* hooked_class_name(HWND window) {
 
 mrClassNameScope::mrClassNameScope() {
   name_count = 0;
-  keep_names = true;
+  keep_names = shortcuts_enabled();
 }
 
 mrClassNameScope::~mrClassNameScope() { keep_names = false; }
