@@ -21,6 +21,17 @@ struct mrHookedMessage {
 // message without a window: nothing there to record; out is then untouched. Host process, GUI thread.
 MR_API bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out);
 
+// The control behind a WM_COMMAND notification; null for a menu or accelerator command and for every other
+// message. Its code is the high word of the wParam.
+inline HWND command_control(const mrHookedMessage& msg) {
+  return msg.message == WM_COMMAND ? reinterpret_cast<HWND>(msg.lparam) : nullptr;
+}
+
+// What a WM_NOTIFY tells, borrowed for the hook call; null for every other message.
+inline const NMHDR* notification(const mrHookedMessage& msg) {
+  return msg.message == WM_NOTIFY ? reinterpret_cast<const NMHDR*>(msg.lparam) : nullptr;
+}
+
 // The class name of a window (GetClassNameA), empty for an invalid one. Host process, GUI thread, inside a
 // hook. While one hooked message is dispatched the names of the few windows that it is about are read once
 // and kept, so that seventeen recorders cost one look-up. Borrowed until the message has been dispatched;

@@ -3,6 +3,7 @@
 
 #include "hooks/mrChannel.h"
 #include "hooks/mrClock.h"
+#include "hooks/mrHookedMessage.h"
 #include "hooks/mrSharedBlock.h"
 #include "model/mrRecorder.h"
 
@@ -22,6 +23,10 @@ bool mrBaseWindowFactory::is_wrapped_type(const char* class_name) const {
 }
 
 // ---- host process -------------------------------------------------------------------------------
+
+bool mrBaseWindowFactory::is_wrapped_window(HWND window) const {
+  return window && is_wrapped_type(hooked_class_name(window));
+}
 
 void mrBaseWindowFactory::send_data(unsigned __int64 size, void* data) {
   send_copy_data(static_cast<uint32_t>(size), data, get_factory_type());

@@ -38,6 +38,9 @@ public:
   // byte.
   virtual bool is_wrapped_type(const char* class_name) const;
 
+  // The same for a window that a hooked message is about; false for a null one. Host process, inside a hook.
+  bool is_wrapped_window(HWND window) const;
+
   // Uploads one record of this factory to the recorder window. Host process, GUI thread; data is borrowed.
   void send_data(unsigned __int64 size, void* data);
 
@@ -90,6 +93,22 @@ protected:
   // Appends an action with its statement to the recorder's list, which owns it from then on. Recorder
   // process.
   void append_action(mrBaseWindow* action, const CString& statement);
+
+  // Appends an action of class ACTION, made from (window, this), with its statement. Recorder process.
+  template <class ACTION>
+  void append_statement(HWND window, const CString& statement) {
+    append_action(new ACTION(window, this), statement);
+  }
+
+  // The same, unless the last action is of that class and on that window: it takes the statement then, so
+  // that a run of changes of one control ends as its last state. Recorder process.
+  template <class ACTION>
+  void replace_or_append_statement(HWND window, const CString& statement) {
+    if (ACTION* const last = last_action_on<ACTION>(window))
+      last->set_action_string(statement);
+    else
+      append_statement<ACTION>(window, statement);
+  }
 
   // Whether the user could have done something to a control: it is visible and enabled. Host process.
   static bool is_operable(HWND control) { return IsWindowVisible(control) && IsWindowEnabled(control); }
