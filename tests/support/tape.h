@@ -42,12 +42,7 @@ inline mrTapeUploads operator+(mrTapeUploads first, const mrTapeUploads& second)
 struct mrTapeStep {
   mrTapeStep(int hook, HWND window, UINT message, WPARAM wparam, LPARAM lparam, mrTapeAnswer answer,
              mrTapeUploads uploads)
-      : hook(hook),
-        window(window),
-        message(message),
-        wparam(wparam),
-        lparam(lparam),
-        answer(answer),
+      : hook(hook), window(window), message(message), wparam(wparam), lparam(lparam), answer(answer),
         uploads(std::move(uploads)) {}
   // A step that is no message.
   mrTapeStep(std::string what, std::function<void()> act) : what(std::move(what)), act(std::move(act)) {}
