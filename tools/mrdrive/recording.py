@@ -1,0 +1,71 @@
+"""mrrec as a driver sees it, and the script that it writes."""
+
+import pathlib
+import re
+
+from .desktop import wait_for_end, windows_path
+from .waiting import TimedOut, wait_until
+
+
+class Recording:
+    """A running `mrrec record`. Entered when the hooks are in place; left with the script written."""
+
+    def __init__(self, wine, program, script, log, *arguments, **environment):
+        self.script = pathlib.Path(script)
+        self.script.unlink(missing_ok=True)
+        self._log = pathlib.Path(log)
+        self._output = open(self._log, "wb")
+        self._process = wine.start(program, "record", *arguments, "--out", windows_path(script),
+                                   output=self._output, **environment)
+        self.wait_for_line(r"recording .* \(pid \d+, thread \d+\)")
+
+    def text(self):
+        return self._log.read_bytes().decode("cp1252").replace("\r\n", "\n")
+
+    def wait_for_line(self, pattern, after=0):
+        """Waits for output that holds the pattern beyond position `after`; returns the position behind it."""
+        def look():
+            found = re.compile(pattern).search(self.text(), after)
+            if not found and self._process.poll() is not None:
+                raise RuntimeError(f"mrrec ended with status {self._process.returncode}:\n{self.text()}")
+            return found
+        try:
+            return wait_until(look, f"mrrec to print {pattern}").end()
+        except TimedOut as error:
+            raise TimedOut(f"{error}; it printed:\n{self.text()}") from None
+
+    def position(self):
+        """Where the output ends now, for wait_for_line."""
+        return len(self.text())
+
+    def wait_for_end(self):
+        """The exit status; the recording was stopped by other means."""
+        status = wait_for_end(self._process, "the recording")
+        self._output.close()
+        return status
+
+
+def statements(script_text):
+    """The statements between the script's own marks, without their indentation."""
+    body = re.search(r"// Script begin\r?\n(.*?)  // Script end", script_text, re.S)
+    if not body:
+        raise ValueError("this is no recorded script")
+    return [line.strip() for line in body[1].splitlines() if line.strip()]
+
+
+def compare(recorded, expected):
+    """Compares statements with patterns, in order and as a whole. Returns what is wrong, one text per finding.
+
+    A pattern stands for one statement. A statement that no pattern asks for is a finding too: the recorder has
+    recorded something that nobody did.
+    """
+    findings = []
+    position = 0
+    for pattern in expected:
+        found = next((i for i in range(position, len(recorded)) if re.fullmatch(pattern, recorded[i])), None)
+        if found is None:
+            findings.append(f"missing: {pattern}")
+            continue
+        findings += [f"not asked for: {line}" for line in recorded[position:found]]
+        position = found + 1
+    return findings + [f"not asked for: {line}" for line in recorded[position:]]
