@@ -5,6 +5,7 @@ import sys
 import tempfile
 import unittest
 
+sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
 import check_includes
 

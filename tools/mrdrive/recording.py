@@ -38,6 +38,10 @@ class Recording:
         """Where the output ends now, for wait_for_line."""
         return len(self.text())
 
+    def wait_for_user(self):
+        """Waits, as long as it takes, for a user to end the recording."""
+        self._process.wait()
+
     def wait_for_end(self):
         """The exit status; the recording was stopped by other means."""
         status = wait_for_end(self._process, "the recording")

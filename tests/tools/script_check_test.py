@@ -1,0 +1,52 @@
+"""The demo's comparison of a script with what was done names every missing and every surplus statement."""
+
+import pathlib
+import sys
+import unittest
+
+sys.dont_write_bytecode = True
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+from mrdrive.recording import compare, statements
+
+SCRIPT = """<job>\r
+function main()\r
+{\r
+  // Script begin\r
+  Main_host().SetFocus();\r
+  Main_host().Click(1, 10, 20, 0);\r
+\r
+  // Script end\r
+}\r
+function Main_host()\r
+</job>"""
+
+
+class ScriptCheck(unittest.TestCase):
+    def test_statements_are_what_stands_between_the_marks(self):
+        self.assertEqual(["Main_host().SetFocus();", "Main_host().Click(1, 10, 20, 0);"], statements(SCRIPT))
+
+    def test_a_script_that_recorded_nothing_has_no_statements(self):
+        self.assertEqual([], statements("  // Script begin\r\n  // Script end\r\n"))
+
+    def test_text_without_marks_is_no_script(self):
+        with self.assertRaises(ValueError):
+            statements("<job></job>")
+
+    def test_statements_that_match_in_order_have_no_findings(self):
+        self.assertEqual([], compare(["a(1);", "b();"], [r"a\(\d\);", r"b\(\);"]))
+
+    def test_a_missing_statement_is_named(self):
+        self.assertEqual(["missing: b"], compare(["a", "c"], ["a", "b", "c"]))
+
+    def test_statements_in_another_order_are_missing_and_surplus(self):
+        self.assertEqual(["not asked for: b", "missing: b"], compare(["b", "a"], ["a", "b"]))
+
+    def test_a_statement_that_nobody_asked_for_is_named(self):
+        self.assertEqual(["not asked for: x", "not asked for: y"], compare(["x", "a", "y"], ["a"]))
+
+    def test_a_pattern_stands_for_a_whole_statement(self):
+        self.assertEqual(["missing: a", "not asked for: ab"], compare(["ab"], ["a"]))
+
+
+if __name__ == "__main__":
+    unittest.main()
