@@ -1,0 +1,127 @@
+// Ids of the frame, its menus and the program's own dialogs. Plain numbers only: tools read this file line by line.
+#pragma once
+
+// Icons, menus, accelerators
+#define IDR_MAIN_ICON 10
+#define IDR_MAIN_MENU 11
+#define IDR_MAIN_ACCELERATORS 12
+#define IDR_VIEW_CONTEXT_MENU 13
+
+// Dialogs
+#define IDD_SHAPE 101
+#define IDD_FIND 102
+#define IDD_PROPERTIES 103
+#define IDD_PAGE_GENERAL 104
+#define IDD_PAGE_NOTES 105
+#define IDD_ABOUT 106
+#define IDD_NOTE 107
+
+// Windows of the frame
+#define IDC_VIEW 1101
+
+// Shape dialog
+#define IDC_SHAPE_NAME 1201
+#define IDC_SHAPE_KIND 1202
+#define IDC_RADIUS 1203
+#define IDC_RADIUS_SPIN 1204
+#define IDC_HEIGHT 1205
+#define IDC_HEIGHT_SPIN 1206
+#define IDC_COLOR_RED 1207
+#define IDC_COLOR_GREEN 1208
+#define IDC_COLOR_BLUE 1209
+#define IDC_SHAPE_VISIBLE 1210
+#define IDC_SHAPE_DEFAULTS 1211
+
+// Find dialog
+#define IDC_FIND_TEXT 1221
+#define IDC_FIND_CASE 1222
+#define IDC_FIND_NEXT 1223
+#define IDC_FIND_RESULT 1224
+
+// Properties dialog and its pages
+#define IDC_PAGE_FRAME 1231
+#define IDC_PAGE_TITLE 1232
+#define IDC_AUTHOR 1233
+#define IDC_UNITS_MM 1234
+#define IDC_UNITS_INCH 1235
+#define IDC_LOCKED 1236
+#define IDC_NOTES_TITLE 1237
+#define IDC_NOTES 1238
+#define IDC_CLEAR_NOTES 1239
+
+// Annotation dialog: may be open several times
+#define IDC_NOTE_TEXT 1241
+#define IDC_NOTE_PINNED 1242
+#define IDC_NOTE_APPLY 1243
+
+// About dialog
+#define IDC_ABOUT_ICON 1251
+
+// File menu
+#define IDM_FILE_NEW 40001
+#define IDM_FILE_OPEN 40002
+#define IDM_FILE_CLOSE 40003
+#define IDM_FILE_SAVE 40004
+#define IDM_FILE_SAVE_AS 40005
+#define IDM_FILE_PROPERTIES 40006
+#define IDM_FILE_EXIT 40007
+#define IDM_INSERT_GEARBOX 40011
+#define IDM_INSERT_FLANGE 40012
+#define IDM_INSERT_BOLTS_4 40013
+#define IDM_INSERT_BOLTS_6 40014
+#define IDM_INSERT_BOLTS_8 40015
+
+// Edit menu
+#define IDM_EDIT_UNDO 40101
+#define IDM_EDIT_REDO 40102
+#define IDM_EDIT_DELETE 40103
+#define IDM_EDIT_SELECT_ALL 40104
+#define IDM_EDIT_SELECT_NONE 40105
+#define IDM_EDIT_FIND 40106
+
+// View menu
+#define IDM_VIEW_STATUS_BAR 40201
+#define IDM_VIEW_GRID 40202
+#define IDM_VIEW_AXES 40203
+#define IDM_VIEW_DARK 40211
+#define IDM_VIEW_SLATE 40212
+#define IDM_VIEW_PAPER 40213
+#define IDM_VIEW_PERSPECTIVE 40221
+#define IDM_VIEW_PARALLEL 40222
+#define IDM_VIEW_FRONT 40231
+#define IDM_VIEW_RIGHT 40232
+#define IDM_VIEW_TOP 40233
+#define IDM_VIEW_ISOMETRIC 40234
+#define IDM_VIEW_ZOOM_IN 40241
+#define IDM_VIEW_ZOOM_OUT 40242
+#define IDM_VIEW_ZOOM_FIT 40243
+#define IDM_VIEW_TURN_LEFT 40251
+#define IDM_VIEW_TURN_RIGHT 40252
+#define IDM_VIEW_TURN_UP 40253
+#define IDM_VIEW_TURN_DOWN 40254
+
+// Draw menu
+#define IDM_DRAW_SHAPE 40301
+#define IDM_DRAW_BOX 40302
+#define IDM_DRAW_CYLINDER 40303
+#define IDM_DRAW_CONE 40304
+#define IDM_DRAW_SPHERE 40305
+#define IDM_DRAW_TORUS 40306
+#define IDM_DRAW_GEAR 40307
+#define IDM_MOUSE_ROTATE 40311
+#define IDM_MOUSE_PAN 40312
+#define IDM_MOUSE_ZOOM 40313
+#define IDM_MOUSE_SELECT 40314
+
+// Tools menu
+#define IDM_TOOLS_NOTE 40401
+
+// Window menu
+#define IDM_WINDOW_CASCADE 40501
+#define IDM_WINDOW_TILE_HORIZONTAL 40502
+#define IDM_WINDOW_TILE_VERTICAL 40503
+#define IDM_WINDOW_ARRANGE 40504
+#define IDM_WINDOW_CLOSE_ALL 40505
+
+// Help menu
+#define IDM_HELP_ABOUT 40601

@@ -1,0 +1,58 @@
+// The program's dialogs by command and by name; see the header.
+#include "apps/SampleCad/scDialogs.h"
+
+#include "apps/SampleCad/samplecad.dev/resource.h"
+#include "framework/CString.h"
+
+#include <cstring>
+
+namespace {
+
+struct DialogEntry {
+  const char* name;
+  int command;
+  void (*show)();
+};
+
+constexpr DialogEntry dialogs[] = {
+    {"shape", IDM_DRAW_SHAPE, show_shape_dialog},
+    {"find", IDM_EDIT_FIND, show_find_dialog},
+    {"properties", IDM_FILE_PROPERTIES, show_properties_dialog},
+    {"note", IDM_TOOLS_NOTE, show_note_dialog},
+    {"about", IDM_HELP_ABOUT, show_about_dialog},
+};
+
+const DialogEntry* find_entry(int command) {
+  for (const DialogEntry& entry : dialogs)
+    if (entry.command == command)
+      return &entry;
+  return nullptr;
+}
+
+}  // namespace
+
+bool open_dialog(int command) {
+  const DialogEntry* entry = find_entry(command);
+  if (entry)
+    entry->show();
+  return entry != nullptr;
+}
+
+bool is_dialog_command(int command) { return find_entry(command) != nullptr; }
+
+int dialog_command(const char* name) {
+  for (const DialogEntry& entry : dialogs)
+    if (std::strcmp(entry.name, name) == 0)
+      return entry.command;
+  return 0;
+}
+
+const char* dialog_names() {
+  static const CString names = [] {
+    CString all;
+    for (const DialogEntry& entry : dialogs)
+      all += (all.IsEmpty() ? CString() : CString(" ")) + entry.name;
+    return all;
+  }();
+  return names;
+}

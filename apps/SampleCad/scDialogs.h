@@ -1,0 +1,18 @@
+// The program's dialogs by command and by name.
+#pragma once
+
+// Opens the dialog of a menu command; modal ones return when they are closed. False: no dialog has this
+// command.
+bool open_dialog(int command);
+bool is_dialog_command(int command);
+// Command of the dialog with this name ("shape"), 0 when there is none.
+int dialog_command(const char* name);
+// All names, one blank between them: for messages.
+const char* dialog_names();
+
+// Each dialog has a source file of its own.
+void show_shape_dialog();
+void show_find_dialog();
+void show_properties_dialog();
+void show_note_dialog();
+void show_about_dialog();

@@ -1,0 +1,54 @@
+// A document: an MDI child window with one model and one view of it.
+#pragma once
+
+#include "apps/SampleCad/scModel.h"
+#include "apps/SampleCad/scView.h"
+#include "apps/SampleCad/scWindow.h"
+
+class scFrame;
+
+// How a menu item of a command looks now.
+struct scCommandState {
+  bool enabled = true;
+  bool checked = false;
+  bool radio = false;  // the mark is a dot, one of a group
+};
+
+class scDocument : public scWindow {
+public:
+  scDocument(scFrame& frame, int number);
+
+  // Creates the window; the document deletes itself when it is closed.
+  bool create_in(HWND mdi_client);
+
+  scModel& model() { return m_model; }
+  scView& view() { return m_view; }
+  const CString& path() const { return m_path; }
+  bool load(const char* path);
+  bool save(const char* path);
+
+  // False: not a command of documents.
+  bool on_command(int id);
+  bool command_state(int id, scCommandState& state) const;
+
+protected:
+  LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  LRESULT default_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void on_gone() override;
+
+private:
+  void on_model_changed();
+  void update_title();
+  void add_shape(scShapeKind kind);
+  void select_all();
+  bool on_view_command(int id);
+  bool on_edit_command(int id);
+  bool on_insert_command(int id);
+
+  scFrame& m_frame;
+  int m_number;  // of "Model 1", from 1
+  CString m_place;
+  CString m_path;  // empty: never saved
+  scModel m_model;
+  scView m_view;
+};

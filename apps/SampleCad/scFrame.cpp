@@ -1,0 +1,236 @@
+// The main window; see the header.
+#include "apps/SampleCad/scFrame.h"
+
+#include "apps/SampleCad/common_ids.h"
+#include "apps/SampleCad/samplecad.dev/resource.h"
+#include "apps/SampleCad/scDialogs.h"
+#include "apps/SampleCad/scIdentity.h"
+#include "apps/SampleCad/scReadyFile.h"
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <algorithm>
+
+namespace {
+
+constexpr char frame_class[] = "SampleCadFrame";
+// Ids of the document windows; the Window menu lists them as commands.
+constexpr UINT first_child_id = 50000;
+constexpr int window_menu_position = 5;
+constexpr int status_parts = 3;
+
+}  // namespace
+
+scFrame& main_frame() {
+  static scFrame frame;
+  return frame;
+}
+
+bool scFrame::create_main(const char* path) {
+  register_class(frame_class, 0, nullptr);
+  RECT desktop = {};
+  SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0);
+  const int width = std::min<int>(1000, desktop.right - desktop.left);
+  const int height = std::min<int>(720, desktop.bottom - desktop.top);
+  const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_MAIN_MENU));
+  if (!create(frame_class, "SampleCad", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0,
+              place(desktop.left, desktop.top, width, height), nullptr, reinterpret_cast<UINT_PTR>(menu)))
+    return false;
+  name_place(handle(), "frame");
+  ShowWindow(handle(), SW_SHOW);
+  UpdateWindow(handle());
+  scDocument* document = new_document();
+  if (!*path && document)
+    document->model().insert(gearbox_shapes());
+  else if (document && !document->load(path))
+    prompt(CString("Not a model that can be read: ") + path);
+  return true;
+}
+
+void scFrame::create_children() {
+  CLIENTCREATESTRUCT clients = {};
+  clients.hWindowMenu = GetSubMenu(GetMenu(handle()), window_menu_position);
+  clients.idFirstChild = first_child_id;
+  m_mdi_client =
+      CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", "",
+                      WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0,
+                      0, 0, 0, handle(), nullptr, GetModuleHandleA(nullptr), &clients);
+  m_status_bar = CreateWindowExA(0, "msctls_statusbar32", "", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
+                                 0, handle(), reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_STATUS_BAR)),
+                                 GetModuleHandleA(nullptr), nullptr);
+  prompt("Ready");
+}
+
+void scFrame::layout() {
+  RECT room = client_rect(handle());
+  SendMessageA(m_status_bar, WM_SIZE, 0, 0);
+  if (IsWindowVisible(m_status_bar) || !IsWindowVisible(handle())) {
+    RECT bar = {};
+    GetWindowRect(m_status_bar, &bar);
+    room.bottom -= bar.bottom - bar.top;
+  }
+  const int rights[status_parts] = {static_cast<int>(room.right) - 260, static_cast<int>(room.right) - 120,
+                                    -1};
+  SendMessageA(m_status_bar, SB_SETPARTS, status_parts, reinterpret_cast<LPARAM>(rights));
+  MoveWindow(m_mdi_client, room.left, room.top, room.right - room.left, room.bottom - room.top, TRUE);
+}
+
+void scFrame::prompt(const char* text) {
+  SendMessageA(m_status_bar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text));
+}
+
+void scFrame::update_status() {
+  CString objects;
+  if (m_active)
+    objects.Format("%d objects", static_cast<int>(m_active->model().shapes().size()));
+  SendMessageA(m_status_bar, SB_SETTEXTA, 1, reinterpret_cast<LPARAM>(objects.GetString()));
+  SendMessageA(m_status_bar, SB_SETTEXTA, 2, reinterpret_cast<LPARAM>("millimetres"));
+}
+
+// ---- messages -----------------------------------------------------------------------------------
+
+LRESULT scFrame::default_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  return DefFrameProcA(handle(), m_mdi_client, message, wparam, lparam);
+}
+
+LRESULT scFrame::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  LRESULT answer = 0;
+  if (answer_identity(message, lparam, answer))
+    return answer;
+  switch (message) {
+  case WM_CREATE:
+    create_children();
+    return 0;
+  case WM_SIZE:
+    layout();
+    return 0;  // the documents' room is set by layout, not by the default procedure
+  case WM_COMMAND:
+    if (lparam == 0 && LOWORD(wparam) < first_child_id) {
+      on_command(LOWORD(wparam));
+      return 0;
+    }
+    break;
+  case WM_INITMENUPOPUP:
+    update_menu(reinterpret_cast<HMENU>(wparam));
+    break;
+  case WM_ENTERIDLE:
+    // A menu or a modal dialog waits for input.
+    update_ready_file();
+    return 0;
+  case WM_DESTROY:
+    PostQuitMessage(0);
+    break;
+  default:
+    break;
+  }
+  return default_message(message, wparam, lparam);
+}
+
+// ---- documents ----------------------------------------------------------------------------------
+
+scDocument* scFrame::new_document() {
+  auto* document = new scDocument(*this, ++m_document_count);
+  if (document->create_in(m_mdi_client)) {
+    on_document_activated(document);
+    return document;
+  }
+  prompt("The document could not be opened");
+  return nullptr;
+}
+
+void scFrame::on_document_activated(scDocument* document) {
+  if (document) {
+    m_active = document;
+  } else if (!SendMessageA(m_mdi_client, WM_MDIGETACTIVE, 0, 0)) {
+    m_active = nullptr;
+  }
+  update_status();
+}
+
+void scFrame::on_document_closed(scDocument* document) {
+  if (m_active == document)
+    m_active = nullptr;
+  update_status();
+}
+
+void scFrame::on_model_changed(scDocument* document) {
+  if (document == m_active)
+    update_status();
+}
+
+void scFrame::close_all_documents() {
+  while (const HWND child = reinterpret_cast<HWND>(SendMessageA(m_mdi_client, WM_MDIGETACTIVE, 0, 0)))
+    SendMessageA(m_mdi_client, WM_MDIDESTROY, reinterpret_cast<WPARAM>(child), 0);
+}
+
+// ---- commands -----------------------------------------------------------------------------------
+
+void scFrame::on_command(int id) {
+  if (on_window_command(id) || open_dialog(id) || (m_active && m_active->on_command(id)))
+    return;
+  switch (id) {
+  case IDM_FILE_NEW:
+    new_document();
+    break;
+  case IDM_FILE_EXIT:
+    PostMessageA(handle(), WM_CLOSE, 0, 0);
+    break;
+  case IDM_VIEW_STATUS_BAR:
+    ShowWindow(m_status_bar, IsWindowVisible(m_status_bar) ? SW_HIDE : SW_SHOW);
+    layout();
+    break;
+  default:
+    break;
+  }
+}
+
+bool scFrame::on_window_command(int id) {
+  switch (id) {
+  case IDM_WINDOW_CASCADE:
+    SendMessageA(m_mdi_client, WM_MDICASCADE, 0, 0);
+    return true;
+  case IDM_WINDOW_TILE_HORIZONTAL:
+    SendMessageA(m_mdi_client, WM_MDITILE, MDITILE_HORIZONTAL, 0);
+    return true;
+  case IDM_WINDOW_TILE_VERTICAL:
+    SendMessageA(m_mdi_client, WM_MDITILE, MDITILE_VERTICAL, 0);
+    return true;
+  case IDM_WINDOW_ARRANGE:
+    SendMessageA(m_mdi_client, WM_MDIICONARRANGE, 0, 0);
+    return true;
+  case IDM_WINDOW_CLOSE_ALL:
+    close_all_documents();
+    return true;
+  default:
+    return false;
+  }
+}
+
+scCommandState scFrame::command_state(int id) const {
+  scCommandState state;
+  if (m_active && m_active->command_state(id, state))
+    return state;
+  if (id == IDM_VIEW_STATUS_BAR)
+    state.checked = IsWindowVisible(m_status_bar);
+  else if (id != IDM_FILE_NEW && id != IDM_FILE_EXIT && !is_dialog_command(id))
+    state.enabled = m_active != nullptr;
+  return state;
+}
+
+void scFrame::update_menu(HMENU menu) {
+  const int count = GetMenuItemCount(menu);
+  for (int position = 0; position < count; ++position) {
+    const UINT id = GetMenuItemID(menu, position);
+    // Submenus, separators, the document list and the system menu look after themselves.
+    if (id < IDM_FILE_NEW || id >= first_child_id)
+      continue;
+    const scCommandState state = command_state(static_cast<int>(id));
+    MENUITEMINFOA item = {};
+    item.cbSize = sizeof(item);
+    item.fMask = MIIM_FTYPE | MIIM_STATE;
+    item.fType = state.radio ? MFT_RADIOCHECK : 0;
+    item.fState = (state.checked ? MFS_CHECKED : 0) | (state.enabled ? 0 : MFS_DISABLED);
+    SetMenuItemInfoA(menu, position, TRUE, &item);
+  }
+}

@@ -1,0 +1,43 @@
+// Base of the program's own windows: an object whose on_message is the window procedure.
+#pragma once
+
+#include <windows.h>
+
+class scWindow {
+public:
+  virtual ~scWindow() = default;
+  scWindow() = default;
+  scWindow(const scWindow&) = delete;
+  scWindow& operator=(const scWindow&) = delete;
+
+  HWND handle() const { return m_window; }
+
+  // Registers an ANSI class whose windows are scWindow objects. Registering it again does no harm.
+  static void register_class(const char* name, UINT style, HBRUSH background, const char* cursor = IDC_ARROW);
+
+protected:
+  // Creates the window; on_message runs from its very first message. False when the system refuses.
+  bool create(const char* class_name, const char* title, DWORD style, DWORD ex_style, const RECT& place,
+              HWND parent, UINT_PTR id_or_menu);
+
+  // The window procedure. What it does not handle goes to default_message.
+  virtual LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) = 0;
+  virtual LRESULT default_message(UINT message, WPARAM wparam, LPARAM lparam);
+  // After the last message; the object may delete itself here.
+  virtual void on_gone() {}
+
+private:
+  static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
+  static scWindow* s_being_created;  // the object that the next unknown window belongs to
+
+  HWND m_window = nullptr;
+};
+
+// Client rectangle of a window, in pixels.
+RECT client_rect(HWND window);
+// Makes the rectangle of a window that lies at x, y.
+RECT place(int x, int y, int width, int height);
+// Signed client coordinates of a mouse message: a captured mouse leaves the window.
+POINT message_point(LPARAM lparam);
+// The font of dialogs, for windows of our own.
+HFONT ui_font();
