@@ -81,6 +81,7 @@ mrAction* mrBaseWindowFactory::get_last_action() const {
 }
 
 void mrBaseWindowFactory::append_action(mrBaseWindow* action, const CString& statement) {
-  action->set_action_string(statement);
+  if (action)
+    action->set_action_string(statement);
   get_recorder()->get_actions().AddTail(action);
 }

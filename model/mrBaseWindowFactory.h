@@ -11,6 +11,7 @@
 
 #include <windows.h>
 
+#include <new>
 #include <vector>
 
 // A command that a window procedure is working on.
@@ -90,14 +91,14 @@ protected:
     return action && action->get_path()[0]->window == window ? action : nullptr;
   }
 
-  // Appends an action with its statement to the recorder's list, which owns it from then on. Recorder
-  // process.
+  // Appends an action with its statement to the recorder's list, which owns it from then on; a null entry for
+  // an action that could not be made. Recorder process.
   void append_action(mrBaseWindow* action, const CString& statement);
 
   // Appends an action of class ACTION, made from (window, this), with its statement. Recorder process.
   template <class ACTION>
   void append_statement(HWND window, const CString& statement) {
-    append_action(new ACTION(window, this), statement);
+    append_action(new (std::nothrow) ACTION(window, this), statement);
   }
 
   // The same, unless the last action is of that class and on that window: it takes the statement then, so
