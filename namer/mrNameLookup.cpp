@@ -52,15 +52,9 @@ CString mrIDNamer::get_definition(int64_t number, const CString& prefix, uint32_
   const auto control = found->controls.find(number);
   if (control == found->controls.end())
     return names_of_number(number, prefix);
-  const mrHeader* const group = find_definition(found->library->headers, control->second);
+  int64_t defined = 0;
+  const mrHeader* const group = find_definition(found->library->headers, control->second, defined);
   return group ? qualified_name(group->key, control->second) : control->second;
-}
-
-const mrHeader* mrIDNamer::find_definition(const mrNameMap<mrHeader*>& groups, const CString& name) {
-  for (const auto& [key, group] : groups)
-    if (group->constants.find(name) != group->constants.end())
-      return group;
-  return nullptr;
 }
 
 // The module of that name, or the one whose debug build has that name: it carries one more letter.

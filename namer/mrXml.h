@@ -1,0 +1,111 @@
+// Reading and writing small XML documents through the system's document object. Windows only.
+//
+// COM is initialised by mrComApartment, which must outlive every document of its thread. Results are COM's; a
+// document that is not well-formed is S_FALSE, as the document object reports it. Nothing outside a document
+// is ever read: document types and external entities are refused.
+#pragma once
+
+#include "framework/CString.h"
+
+#include <windows.h>
+#include <msxml2.h>
+
+#include <string>
+#include <utility>
+
+// COM on this thread. When the thread lives in another kind of apartment already, that one is used.
+class mrComApartment {
+public:
+  mrComApartment();
+  mrComApartment(const mrComApartment&) = delete;
+  mrComApartment& operator=(const mrComApartment&) = delete;
+  ~mrComApartment();
+  // Failure of the initialisation, else S_OK.
+  HRESULT result() const;
+
+private:
+  HRESULT m_result;
+};
+
+// Owns one reference.
+template <class T>
+class mrComPtr {
+public:
+  mrComPtr() = default;
+  mrComPtr(mrComPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+  mrComPtr& operator=(mrComPtr&& other) noexcept {
+    std::swap(m_object, other.m_object);
+    return *this;
+  }
+  ~mrComPtr() { reset(); }
+
+  void reset() {
+    if (m_object)
+      std::exchange(m_object, nullptr)->Release();
+  }
+  // Where an operation puts a new reference; what was held is released.
+  T** out() {
+    reset();
+    return &m_object;
+  }
+  T* get() const { return m_object; }
+  T* operator->() const { return m_object; }
+  explicit operator bool() const { return m_object != nullptr; }
+
+private:
+  T* m_object = nullptr;
+};
+
+// Owns a text as COM passes it; made from text in the ANSI code page. Null when memory is out.
+class mrBstr {
+public:
+  mrBstr() = default;
+  explicit mrBstr(const CString& text);
+  explicit mrBstr(const wchar_t* text) : m_text(SysAllocString(text)) {}
+  mrBstr(const mrBstr&) = delete;
+  mrBstr& operator=(const mrBstr&) = delete;
+  ~mrBstr() { SysFreeString(m_text); }
+  BSTR get() const { return m_text; }
+  explicit operator bool() const { return m_text != nullptr; }
+
+private:
+  BSTR m_text = nullptr;
+};
+
+// The elements that a path selects, in document order.
+class mrXmlElements {
+public:
+  // False at the end.
+  bool next();
+  // Of the current element, in the ANSI code page; empty when it is not there.
+  CString attribute(const mrBstr& name) const;
+  // The elements below the current one.
+  HRESULT select(const mrBstr& path, mrXmlElements& selected) const;
+
+private:
+  friend class mrXmlDocument;
+  mrComPtr<IXMLDOMNodeList> m_list;
+  mrComPtr<IXMLDOMElement> m_element;
+};
+
+class mrXmlDocument {
+public:
+  // A new document object with nothing in it; the first thing to call.
+  HRESULT create();
+
+  HRESULT load_bytes(const std::string& bytes);
+  // S_FALSE also when there is no such file.
+  HRESULT load_file(const CString& path);
+  HRESULT select(const mrBstr& path, mrXmlElements& selected) const;
+
+  // Begins a document: the processing instruction and the root element.
+  HRESULT begin(const mrBstr& root_name, mrComPtr<IXMLDOMElement>& root);
+  // Appends an element to one of this document's.
+  HRESULT append(IXMLDOMElement* parent, const mrBstr& name, mrComPtr<IXMLDOMElement>& element);
+  HRESULT save_file(const CString& path);
+
+private:
+  mrComPtr<IXMLDOMDocument> m_document;
+};
+
+HRESULT mr_set_attribute(IXMLDOMElement* element, const mrBstr& name, const CString& value);
