@@ -1,36 +1,48 @@
 // The factory objects, one per kind of control and process, in the order of their types, and their entry into
 // the dispatcher's table. Constructed while the library is loaded, in both processes.
 #include "controls/mrButton.h"
+#include "controls/mrCADView.h"
 #include "controls/mrComboBox.h"
 #include "controls/mrEdit.h"
+#include "controls/mrGXGrid.h"
 #include "controls/mrGroupCombo.h"
 #include "controls/mrListBox.h"
 #include "controls/mrListView.h"
+#include "controls/mrLogger.h"
+#include "controls/mrOpenSaveDialog.h"
 #include "controls/mrWindow.h"
 #include "hooks/mrDispatcher.h"
 
-#include <initializer_list>
-
 // clang-format off
-static mrWindowFactory window_factory;           // 1
-static mrComboBoxFactory combo_box_factory;      // 2
-static mrListBoxFactory list_box_factory;        // 3
-static mrListViewFactory list_view_factory;      // 4
-static mrButtonFactory button_factory;           // 7
-static mrEditFactory edit_factory;               // 8
-static mrGroupComboFactory group_combo_factory;  // 16
+static mrWindowFactory window_factory;                    //  1
+static mrComboBoxFactory combo_box_factory;               //  2
+static mrListBoxFactory list_box_factory;                 //  3
+static mrListViewFactory list_view_factory;               //  4
+static mrButtonFactory button_factory;                    //  7
+static mrEditFactory edit_factory;                        //  8
+static mrGXGridFactory gx_grid_factory;                   // 12
+static mrCADViewFactory cad_view_factory;                 // 13
+static mrOpenSaveDialogFactory open_save_dialog_factory;  // 15
+static mrGroupComboFactory group_combo_factory;           // 16
+static mrLoggerFactory logger_factory;                    // 18
+
+static mrActionFactory* const all_factories[] = {
+    &window_factory,
+    &combo_box_factory,
+    &list_box_factory,
+    &list_view_factory,
+    &button_factory,
+    &edit_factory,
+    &gx_grid_factory,
+    &cad_view_factory,
+    &open_save_dialog_factory,
+    &group_combo_factory,
+    &logger_factory,
+};
 // clang-format on
 
 [[maybe_unused]] static const bool registered = [] {
-  for (mrActionFactory* factory : std::initializer_list<mrActionFactory*>{
-           &window_factory,
-           &combo_box_factory,
-           &list_box_factory,
-           &list_view_factory,
-           &button_factory,
-           &edit_factory,
-           &group_combo_factory,
-       })
+  for (mrActionFactory* factory : all_factories)
     register_factory(*factory);
   return true;
 }();

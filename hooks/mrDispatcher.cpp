@@ -31,7 +31,7 @@ void tell_factories_of_start() {
 }
 
 static void offer_to_factories(int kind, int code, WPARAM wparam, LPARAM lparam) {
-  const int first_asked = shared_block().raw_mode ? factoryWindow : last_recorded_factory_type;
+  const int first_asked = shared_block().raw_mode ? factoryWindow : first_offered_factory_type;
   for (int type = first_asked; type >= first_factory_type; --type) {
     mrActionFactory* factory = factories[type];
     if (factory && factory->handle_message(kind, code, wparam, lparam))

@@ -28,3 +28,10 @@ constexpr int first_factory_type = factoryWindow;
 // the message logger stands behind it and is left out of all three.
 constexpr int last_recorded_factory_type = factoryRibCustomiser;
 constexpr int last_factory_type = factoryLogger;
+
+// The type that is asked first about a message. The diagnostic build routes every message to the logger.
+#if defined(MR_ROUTE_LOGGER)
+constexpr int first_offered_factory_type = factoryLogger;
+#else
+constexpr int first_offered_factory_type = last_recorded_factory_type;
+#endif

@@ -8,17 +8,17 @@ bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out) {
   switch (kind) {
   case hookGetMessage: {
     const MSG& msg = *reinterpret_cast<const MSG*>(lparam);
-    message = {msg.hwnd, msg.message, msg.wParam, msg.lParam};
+    message = {msg.hwnd, msg.message, msg.wParam, msg.lParam, 0};
     break;
   }
   case hookCallWndProc: {
     const CWPSTRUCT& cwp = *reinterpret_cast<const CWPSTRUCT*>(lparam);
-    message = {cwp.hwnd, cwp.message, cwp.wParam, cwp.lParam};
+    message = {cwp.hwnd, cwp.message, cwp.wParam, cwp.lParam, 0};
     break;
   }
   case hookCallWndProcRet: {
     const CWPRETSTRUCT& ret = *reinterpret_cast<const CWPRETSTRUCT*>(lparam);
-    message = {ret.hwnd, ret.message, ret.wParam, ret.lParam};
+    message = {ret.hwnd, ret.message, ret.wParam, ret.lParam, ret.lResult};
     break;
   }
   default:

@@ -15,6 +15,7 @@ struct mrHookedMessage {
   UINT message;
   WPARAM wparam;
   LPARAM lparam;
+  LRESULT result;  // what the window procedure returned; 0 unless the message was handled already
 };
 
 // Reads the hook's structure behind lparam. False for a CBT notification (and any other kind) and for a

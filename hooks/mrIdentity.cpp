@@ -56,7 +56,12 @@ bool is_identified(HWND window, UINT request, UINT message) {
   return identified;
 }
 
+static unsigned generation = 1;
+
+unsigned window_generation() { return generation; }
+
 void forget_identity(HWND window) {
+  ++generation;
   for (mrAnswer& answer : answers) {
     if (answer.window == window)
       answer = {};

@@ -40,6 +40,10 @@ constexpr bool is_flood_message(UINT message) {
 // dispatcher.
 void forget_identity(HWND window);
 
+// Counts the windows of this process that came and went: as long as it stands, what was learnt about a
+// dialog's controls holds. Host process, GUI thread.
+unsigned window_generation();
+
 // Turns every shortcut of the hook path off (each question is asked, each class name read anew) and on again.
 // For the test that compares the two; per process, on at load.
 MR_API void set_shortcuts(bool on);
