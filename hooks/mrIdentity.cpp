@@ -43,18 +43,24 @@ void start_anew_for_another_recording() {
 
 }  // namespace
 
-bool is_identified(HWND window, UINT request, UINT message) {
+// may_remember: the window's last answer will do.
+static bool identify(HWND window, UINT request, bool may_remember) {
   if (!shortcuts)
     return ask(window, request);
   start_anew_for_another_recording();
   mrAnswer& known = place_of(window, request);
-  const bool is_known = known.window == window && known.request == request;
-  if (is_known && is_flood_message(message))
+  if (may_remember && known.window == window && known.request == request)
     return known.identified;
   const bool identified = ask(window, request);
   known = {window, request, identified};
   return identified;
 }
+
+bool is_identified(HWND window, UINT request, UINT message) {
+  return identify(window, request, is_flood_message(message));
+}
+
+bool was_identified(HWND window, UINT request) { return identify(window, request, true); }
 
 static unsigned generation = 1;
 

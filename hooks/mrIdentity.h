@@ -16,6 +16,10 @@
 // shows in the script rests on memory.
 MR_API bool is_identified(HWND window, UINT request, UINT message);
 
+// The same where the answer does not show in what is recorded, whatever the message: the window's last
+// answer, asked only when there is none. Host process, GUI thread, inside a hook.
+MR_API bool was_identified(HWND window, UINT request);
+
 // Whether no recorder records a message of this number or changes its state over it, but for timers and
 // tracking that do not depend on the window.
 constexpr bool is_flood_message(UINT message) {
