@@ -14,6 +14,7 @@
 #include "controls/mrOptionTree.h"
 #include "controls/mrRibCustomiser.h"
 #include "controls/mrTabCtrl.h"
+#include "controls/mrToolBar.h"
 #include "controls/mrTrackBar.h"
 #include "controls/mrTreeView.h"
 #include "controls/mrWindow.h"
@@ -33,6 +34,7 @@ static mrCADTreeFactory cad_tree_factory;                 // 10
 static mrOptionTreeFactory option_tree_factory;           // 11
 static mrGXGridFactory gx_grid_factory;                   // 12
 static mrCADViewFactory cad_view_factory;                 // 13
+static mrToolBarFactory tool_bar_factory;                 // 14
 static mrOpenSaveDialogFactory open_save_dialog_factory;  // 15
 static mrGroupComboFactory group_combo_factory;           // 16
 static mrRibCustomiserFactory rib_customiser_factory;     // 17
@@ -52,6 +54,7 @@ static mrActionFactory* const all_factories[] = {
     &option_tree_factory,
     &gx_grid_factory,
     &cad_view_factory,
+    &tool_bar_factory,
     &open_save_dialog_factory,
     &group_combo_factory,
     &rib_customiser_factory,
