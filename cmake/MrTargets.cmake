@@ -16,3 +16,11 @@ endfunction()
 function(mr_install_headers folder)
   install(FILES ${ARGN} DESTINATION include/RecorderHooks/${folder})
 endfunction()
+
+# Gives a program its version resource: what the system's file properties show.
+function(mr_version_resource target description)
+  set(MR_DESCRIPTION "${description}")
+  set(MR_PROGRAM ${target})
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/program.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}_version.rc)
+endfunction()

@@ -2,6 +2,7 @@
 
 #include "hooks/mrChannel.h"
 #include "hooks/mrSharedBlock.h"
+#include "tests/support/files.h"
 
 #include <gtest/gtest.h>
 
@@ -9,13 +10,6 @@
 #include <stdexcept>
 
 // ---- the program --------------------------------------------------------------------------------
-
-static std::string own_folder() {
-  char path[MAX_PATH] = "";
-  GetModuleFileNameA(nullptr, path, MAX_PATH);
-  const std::string text = path;
-  return text.substr(0, text.find_last_of('\\') + 1);
-}
 
 static std::string class_of(HWND window) {
   char name[256] = "";
