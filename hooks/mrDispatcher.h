@@ -20,7 +20,7 @@ MR_API mrActionFactory* get_factory(int type, bool ignore_raw_mode);
 
 // Calls on_start_record on the factories of types 1 to 17, in this order. Recorder process, when hooks are
 // installed.
-void tell_factories_of_start();
+MR_API void tell_factories_of_start();
 
 // Offers one hooked message to the factories, from type 17 down to 1, until one claims it; in raw mode to
 // type 1 only. Host process, GUI thread. A message that arrives while another one is dispatched in this
