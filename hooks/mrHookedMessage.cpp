@@ -41,7 +41,7 @@ struct mrClassName {
   char name[mr_max_text];
 };
 
-mrClassName names[kept_names];
+mrClassName names[kept_names + 1];  // the last for every further window, read anew for each call
 int name_count = 0;
 bool keep_names = false;
 
@@ -53,8 +53,8 @@ const char* hooked_class_name(HWND window) {
       return names[i].name;
   }
   // Outside a dispatch nothing is kept: the caller is a test or a query from elsewhere, and windows come and
-  // go. A fifth window of one message shares the last place.
-  const int place = !keep_names ? 0 : name_count < kept_names ? name_count++ : kept_names - 1;
+  // go.
+  const int place = keep_names && name_count < kept_names ? name_count++ : kept_names;
   mrClassName& entry = names[place];
   entry.window = window;
   if (!GetClassNameA(window, entry.name, mr_max_text))

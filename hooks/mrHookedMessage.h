@@ -34,13 +34,13 @@ inline const NMHDR* notification(const mrHookedMessage& msg) {
 }
 
 // The class name of a window (GetClassNameA), empty for an invalid one. Host process, GUI thread, inside a
-// hook. While one hooked message is dispatched the names of the few windows that it is about are read once
-// and kept, so that seventeen recorders cost one look-up. Borrowed until the message has been dispatched;
-// outside a dispatch until the next call.
+// hook. While one hooked message is dispatched the names of the first four windows that are asked about are
+// read once and kept, so that seventeen recorders cost one look-up. Borrowed until the message has been
+// dispatched; the name of a further window, or outside a dispatch, until the next call.
 MR_API const char* hooked_class_name(HWND window);
 
-// Marks one hooked message: names read before it are forgotten, and again when it has been dispatched.
-class mrClassNameScope {
+// Marks one hooked message, for the dispatcher: names read before it are forgotten, and again at its end.
+class MR_API mrClassNameScope {
 public:
   mrClassNameScope();
   ~mrClassNameScope();
