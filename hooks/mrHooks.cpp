@@ -48,8 +48,10 @@ static bool is_stop_key(const MSG& msg) { return msg.message == WM_KEYDOWN && ms
 
 // Ctrl+Break: the user ends the recording in the host.
 static void stop_from_host() {
-  PostMessageA(shared_block().recorder_window, mr_stop_notification, 0, 0);
+  // The hooks are gone when the recorder is told: it may start the next recording at once.
+  const HWND recorder = shared_block().recorder_window;
   remove_hooks();
+  PostMessageA(recorder, mr_stop_notification, 0, 0);
 }
 
 LRESULT CALLBACK get_message_hook_proc(int code, WPARAM wparam, LPARAM lparam) {
