@@ -62,8 +62,11 @@ mrTestFrame::mrTestFrame(const char* class_name, const char* text)
 mrUploadCatcher::mrUploadCatcher()
     : m_window(registered("TestRecorderWindow"), "Test recorder", WS_OVERLAPPEDWINDOW) {
   m_window.set_answer([this](UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) {
-    if (message != WM_COPYDATA)
+    if (message != WM_COPYDATA) {
+      if (on_message)
+        on_message(message, wparam, lparam);
       return false;
+    }
     const COPYDATASTRUCT& data = *reinterpret_cast<const COPYDATASTRUCT*>(lparam);
     m_uploads.push_back({static_cast<unsigned>(data.dwData),
                          std::string(static_cast<const char*>(data.lpData), data.cbData)});

@@ -64,6 +64,9 @@ public:
     return record;
   }
 
+  // Sees every other message of the window.
+  std::function<void(UINT message, WPARAM wparam, LPARAM lparam)> on_message;
+
 private:
   std::vector<Upload> m_uploads;
   mrTestWindow m_window;
