@@ -7,32 +7,33 @@
 
 static const HWND some_window = reinterpret_cast<HWND>(0x10203);
 
-static void expect_sample(const mrHookedMessage& message) {
+static void expect_sample(const mrHookedMessage& message, LRESULT result) {
   EXPECT_EQ(some_window, message.window);
   EXPECT_EQ(static_cast<UINT>(WM_COMMAND), message.message);
   EXPECT_EQ(0x123456789AULL, message.wparam);
   EXPECT_EQ(-7, message.lparam);
+  EXPECT_EQ(result, message.result);
 }
 
 TEST(HookedMessage, IsReadFromTheStructureOfItsHook) {
   mrHookedMessage message = {};
   MSG posted = {some_window, WM_COMMAND, 0x123456789A, -7, 0, {0, 0}};
   ASSERT_TRUE(read_hooked_message(hookGetMessage, reinterpret_cast<LPARAM>(&posted), message));
-  expect_sample(message);
+  expect_sample(message, 0);
 
   message = {};
   CWPSTRUCT call = {-7, 0x123456789A, WM_COMMAND, some_window};
   ASSERT_TRUE(read_hooked_message(hookCallWndProc, reinterpret_cast<LPARAM>(&call), message));
-  expect_sample(message);
+  expect_sample(message, 0);
 
   message = {};
   CWPRETSTRUCT returned = {99, -7, 0x123456789A, WM_COMMAND, some_window};
   ASSERT_TRUE(read_hooked_message(hookCallWndProcRet, reinterpret_cast<LPARAM>(&returned), message));
-  expect_sample(message);
+  expect_sample(message, 99);
 }
 
 TEST(HookedMessage, LeavesTheResultAloneForOtherKindsAndWithoutAWindow) {
-  mrHookedMessage message = {some_window, WM_COMMAND, 0x123456789A, -7};
+  mrHookedMessage message = {some_window, WM_COMMAND, 0x123456789A, -7, 5};
   MSG posted = {};
   posted.message = WM_TIMER;
   CWPSTRUCT call = {};
@@ -45,7 +46,7 @@ TEST(HookedMessage, LeavesTheResultAloneForOtherKindsAndWithoutAWindow) {
   posted.hwnd = some_window;
   EXPECT_FALSE(read_hooked_message(0, reinterpret_cast<LPARAM>(&posted), message));
   EXPECT_FALSE(read_hooked_message(5, reinterpret_cast<LPARAM>(&posted), message));
-  expect_sample(message);
+  expect_sample(message, 5);
 }
 
 TEST(HookedClassName, IsThatOfTheWindowAndEmptyForNone) {
