@@ -98,6 +98,8 @@ INT_PTR CALLBACK scDialog::procedure(HWND window, UINT message, WPARAM wparam, L
 }
 
 INT_PTR scDialog::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {
+  if (message == WM_ENTERIDLE)
+    update_ready_file();  // a context menu of this dialog, or a dialog above it, waits for input
   LRESULT result = 0;
   bool handled = answer_dialog_identity(message, m_template_id, result) ||
                  answer_identity(message, lparam, result) || on_message(message, wparam, lparam, result);

@@ -1,6 +1,7 @@
 // The program's dialogs by command and by name; see the header.
 #include "apps/SampleCad/scDialogs.h"
 
+#include "apps/SampleCad/gallery.dev/gallery.h"
 #include "apps/SampleCad/samplecad.dev/resource.h"
 #include "framework/CString.h"
 
@@ -20,6 +21,13 @@ constexpr DialogEntry dialogs[] = {
     {"properties", IDM_FILE_PROPERTIES, show_properties_dialog},
     {"note", IDM_TOOLS_NOTE, show_note_dialog},
     {"about", IDM_HELP_ABOUT, show_about_dialog},
+    {"buttons", IDM_GALLERY_BUTTONS, show_buttons_dialog},
+    {"edits", IDM_GALLERY_EDITS, show_edits_dialog},
+    {"combos", IDM_GALLERY_COMBOS, show_combos_dialog},
+    {"lists", IDM_GALLERY_LISTS, show_lists_dialog},
+    {"trees", IDM_GALLERY_TREES, show_trees_dialog},
+    {"tabs", IDM_GALLERY_TABS, show_tabs_dialog},
+    {"sliders", IDM_GALLERY_SLIDERS, show_sliders_dialog},
 };
 
 const DialogEntry* find_entry(int command) {

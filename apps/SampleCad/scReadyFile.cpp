@@ -142,7 +142,10 @@ void list_tree_items(const ItemLines& lines) {
 void list_spin_arrows(const ItemLines& lines) {
   RECT up = client_rect(lines.window);
   RECT down = up;
-  up.bottom = down.top = (up.top + up.bottom) / 2;
+  if (GetWindowLongPtrA(lines.window, GWL_STYLE) & UDS_HORZ)
+    down.right = up.left = (up.left + up.right) / 2;
+  else
+    up.bottom = down.top = (up.top + up.bottom) / 2;
   lines.add("up", up);
   lines.add("down", down);
 }
@@ -192,23 +195,30 @@ CString place_of(HWND window) {
   for (HWND up = window; up; up = GetAncestor(up, GA_PARENT))
     if (const char* place = static_cast<const char*>(GetPropA(up, place_property)))
       return place;
+  const HWND root = GetAncestor(window, GA_ROOT);
+  if (has_class(root, "ComboLBox"))
+    return "combolist";  // the list that a combo box has dropped down
   char name[64] = "";
-  GetClassNameA(GetAncestor(window, GA_ROOT), name, sizeof(name));
-  return CString("other:") + name;
+  GetClassNameA(root, name, sizeof(name));
+  return CString("other:") + as_word(name);
 }
 
-// Every window is listed by its id's name; one without a name by its class and number.
+bool is_place(HWND window) {
+  return GetPropA(window, place_property) || GetAncestor(window, GA_ROOT) == window;
+}
+
+// A window is named by its id; one whose id has no name, or that is a part of another control, by its class.
 CString name_of(HWND window) {
-  if (GetPropA(window, place_property))
+  if (is_place(window))
     return "window";
+  const HWND parent = GetAncestor(window, GA_PARENT);
   const int id = static_cast<int>(GetWindowLongPtrA(window, GWLP_ID));
-  if (*control_name(id))
+  if (*control_name(id) && GetWindowLongPtrA(parent, GWLP_ID) != id)
     return control_name(id);
   char class_name[64] = "";
   GetClassNameA(window, class_name, sizeof(class_name));
-  CString name;
-  name.Format("%s#%d", as_word(class_name).GetString(), id);
-  return name;
+  const CString name = as_word(class_name);
+  return is_place(parent) ? name : name_of(parent) + "/" + name;
 }
 
 void list_window(CString& out, HWND window) {
@@ -217,7 +227,7 @@ void list_window(CString& out, HWND window) {
   if (!IsWindowVisible(window) || is_label)
     return;
   const CString place = place_of(window);
-  const CString name = GetAncestor(window, GA_ROOT) == window ? CString("window") : name_of(window);
+  const CString name = name_of(window);
   RECT rect = {};
   GetWindowRect(window, &rect);
   add_line(out, place, name, window, rect);

@@ -82,7 +82,8 @@ Ring gear_outline(const scShape& shape, double z) {
   for (int i = 0; i < teeth * 4; ++i) {
     // Flanks lean: root, root, tip, tip at uneven angles.
     constexpr double steps[] = {0.0, 0.36, 0.52, 0.84};
-    const double angle = 2 * pi * (i / 4 + steps[i % 4]) / teeth;
+    const int tooth = i / 4;
+    const double angle = 2 * pi * (tooth + steps[i % 4]) / teeth;
     const double radius = i % 4 < 2 ? root : shape.radius;
     ring.push_back(
         {shape.at.x + radius * std::cos(angle), shape.at.y + radius * std::sin(angle), shape.at.z + z});

@@ -6,6 +6,11 @@
 scWindow* scWindow::s_being_created = nullptr;
 
 void scWindow::register_class(const char* name, UINT style, HBRUSH background, const char* cursor) {
+  register_with(name, style, background, cursor, procedure);
+}
+
+void scWindow::register_with(const char* name, UINT style, HBRUSH background, const char* cursor,
+                             WNDPROC procedure) {
   const HINSTANCE instance = GetModuleHandleA(nullptr);
   WNDCLASSEXA description = {};
   description.cbSize = sizeof(description);
@@ -49,7 +54,10 @@ LRESULT CALLBACK scWindow::procedure(HWND window, UINT message, WPARAM wparam, L
   if (message == WM_NCDESTROY) {
     SetWindowLongPtrA(window, GWLP_USERDATA, 0);
     self->m_window = nullptr;
-    self->on_gone();
+    if (self->m_owned_by_window)
+      delete self;
+    else
+      self->on_gone();
   }
   return result;
 }

@@ -15,6 +15,13 @@ public:
   // Registers an ANSI class whose windows are scWindow objects. Registering it again does no harm.
   static void register_class(const char* name, UINT style, HBRUSH background, const char* cursor = IDC_ARROW);
 
+  // Registers a class whose windows make their object themselves: for controls that a dialog template names.
+  // The object is deleted with its window.
+  template <class T>
+  static void register_control(const char* name, UINT style) {
+    register_with(name, style, nullptr, IDC_ARROW, control_procedure<T>);
+  }
+
 protected:
   // Creates the window; on_message runs from its very first message. False when the system refuses.
   bool create(const char* class_name, const char* title, DWORD style, DWORD ex_style, const RECT& place,
@@ -27,10 +34,21 @@ protected:
   virtual void on_gone() {}
 
 private:
+  static void register_with(const char* name, UINT style, HBRUSH background, const char* cursor,
+                            WNDPROC procedure);
+  template <class T>
+  static LRESULT CALLBACK control_procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+    if (!GetWindowLongPtrA(window, GWLP_USERDATA) && !s_being_created) {
+      s_being_created = new T;
+      s_being_created->m_owned_by_window = true;
+    }
+    return procedure(window, message, wparam, lparam);
+  }
   static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam);
   static scWindow* s_being_created;  // the object that the next unknown window belongs to
 
   HWND m_window = nullptr;
+  bool m_owned_by_window = false;
 };
 
 // Client rectangle of a window, in pixels.

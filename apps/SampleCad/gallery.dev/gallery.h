@@ -1,4 +1,101 @@
-// Ids of the control gallery: dialogs with every kind of control.
+// Ids of the control gallery: dialogs with every kind of control. Plain numbers only, like resource.h.
 #pragma once
 
+#define IDD_BUTTONS 201
+#define IDD_EDITS 202
+#define IDD_COMBOS 203
+#define IDD_LISTS 204
+#define IDD_TREES 205
+#define IDD_TABS 206
+#define IDD_SLIDERS 207
+
+// What happened last, in every dialog of the gallery; the button that lets the program change its controls
 #define IDC_GALLERY_RESULT 2001
+#define IDC_BY_PROGRAM 2002
+
+// Buttons
+#define IDC_PUSH 2011
+#define IDC_PUSH_DEFAULT 2012
+#define IDC_PUSH_DISABLED 2013
+#define IDC_PUSH_NAMED 2014
+#define IDC_PUSH_UNTITLED 2015
+#define IDC_DRAWN_PUSH 2016
+#define IDC_DRAWN_TOGGLE 2017
+#define IDC_CHECK 2021
+#define IDC_CHECK_MANUAL 2022
+#define IDC_CHECK_3STATE 2023
+#define IDC_CHECK_3STATE_MANUAL 2024
+#define IDC_CHECK_DISABLED 2025
+#define IDC_RADIO_STEEL 2031
+#define IDC_RADIO_BRASS 2032
+#define IDC_RADIO_COPPER 2033
+#define IDC_RADIO_ROUGH 2034
+#define IDC_RADIO_FINE 2035
+
+// Edits
+#define IDC_EDIT 2041
+#define IDC_EDIT_NUMBER 2042
+#define IDC_EDIT_PASSWORD 2043
+#define IDC_EDIT_READ_ONLY 2044
+#define IDC_EDIT_MULTILINE 2045
+#define IDC_EDIT_MIRROR 2046
+#define IDC_EDIT_DISABLED 2047
+#define IDC_EDIT_HIDDEN 2048
+#define IDC_EDIT_NAMED 2049
+#define IDC_EDIT_SPUN 2050
+#define IDC_SPIN 2051
+#define IDC_SPIN_ALONE 2052
+#define IDC_APPEND 2053
+
+// Combo boxes
+#define IDC_COMBO_EDIT 2061
+#define IDC_COMBO_LIST 2062
+#define IDC_COMBO_SIMPLE 2063
+#define IDC_COMBO_DRAWN_TEXT 2064
+#define IDC_COMBO_DRAWN_COLOR 2065
+#define IDC_COMBO_GROUP 2066
+#define IDC_COMBO_EXTENDED 2067
+#define IDC_COMBO_DISABLED 2068
+
+// Lists
+#define IDC_LIST_SINGLE 2081
+#define IDC_LIST_MULTIPLE 2082
+#define IDC_LIST_EXTENDED 2083
+#define IDC_LIST_DRAWN_COLOR 2084
+#define IDC_LIST_VIEW 2085
+#define IDC_LIST_VIEW_DISABLED 2086
+#define IDC_LIST_DISABLED 2087
+
+// Trees
+#define IDC_TREE 2101
+#define IDC_TREE_DISABLED 2102
+#define IDC_TREE_RENAME 2103
+#define IDC_TREE_EXPAND 2104
+
+// Tabs
+#define IDC_TABS 2121
+#define IDC_TABS_BCG 2122
+#define IDC_TABS_GX 2123
+#define IDC_TAB_PAGE 2124
+
+// Sliders
+#define IDC_SLIDER_HORIZONTAL 2141
+#define IDC_SLIDER_VERTICAL 2142
+#define IDC_SLIDER_DISABLED 2143
+#define IDC_SLIDER_VALUE 2144
+
+// Commands: the dialogs, and the context menus inside them
+#define IDM_GALLERY_BUTTONS 41001
+#define IDM_GALLERY_EDITS 41002
+#define IDM_GALLERY_COMBOS 41003
+#define IDM_GALLERY_LISTS 41004
+#define IDM_GALLERY_TREES 41005
+#define IDM_GALLERY_TABS 41006
+#define IDM_GALLERY_SLIDERS 41007
+#define IDM_ITEM_OPEN 41021
+#define IDM_ITEM_MARK 41022
+#define IDM_ITEM_SORT_NAME 41023
+#define IDM_ITEM_SORT_SIZE 41024
+#define IDM_ITEM_REMOVE 41025
+
+#define IDR_ITEM_CONTEXT_MENU 14
