@@ -1,0 +1,28 @@
+// Folders and files as the map tool moves them about. Failures are std::runtime_error with a message that
+// names the file and the system's reason.
+#pragma once
+
+#include "framework/CString.h"
+
+#include <string>
+#include <vector>
+
+CString join(const CString& folder, const CString& name);
+bool is_file(const CString& path);
+bool is_folder(const CString& path);
+// Names (no folder) of the files in the folder that match the pattern; of its subfolders too when folders is
+// true.
+std::vector<CString> names_in(const CString& folder, const CString& pattern, bool folders = false);
+
+void make_folder(const CString& path);
+// With everything in it. Nothing happens when the folder is not there.
+void copy_folder(const CString& from, const CString& to);
+void copy_file(const CString& from, const CString& to);
+// Renames a file or folder; what is at the other name must be gone, or must be a file when replace is true.
+void move(const CString& from, const CString& to, bool replace = false);
+void remove_file(const CString& path);
+// With everything in it; what cannot be removed stays, silently.
+void remove_folder(const CString& path);
+
+// "PATH: could not be WHAT: the system's text for the error".
+[[noreturn]] void throw_system_error(const CString& path, const char* what);

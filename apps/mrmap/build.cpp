@@ -1,0 +1,177 @@
+// mrmap build: the resource map from the host's sources.
+#include "apps/mrmap/commands.h"
+
+#include "apps/mrmap/MapNamer.h"
+#include "apps/mrmap/Paths.h"
+#include "apps/mrmap/Stage.h"
+
+#include <windows.h>
+
+#include <cctype>
+#include <cstdio>
+#include <set>
+
+namespace {
+
+constexpr DWORD progress_ms = 100;  // between two looks at the counter
+
+// Counts files on standard error while a person watches. The count is short and stands at the beginning of
+// the line, so that the engine's own lines write over it.
+class Progress {
+public:
+  explicit Progress(MapNamer& namer) : m_namer(namer) {
+    DWORD mode = 0;
+    if (GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode))
+      m_namer.set_progress(&Progress::on_file, this);
+  }
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+  ~Progress() {
+    m_namer.set_progress(nullptr, nullptr);
+    if (m_shown != 0)
+      std::fprintf(stderr, "\r%*s\r", width, "");
+  }
+
+private:
+  static constexpr int width = 14;  // characters: " 123456 files"
+
+  static void on_file(void* context, const CString&) { static_cast<Progress*>(context)->count(); }
+  void count() {
+    ++m_files;
+    const DWORD now = GetTickCount();
+    if (now - m_shown < progress_ms)
+      return;
+    m_shown = now;
+    std::fflush(stdout);
+    std::fprintf(stderr, " %d files\r", m_files);
+  }
+
+  MapNamer& m_namer;
+  int m_files = 0;
+  DWORD m_shown = 0;  // tick count of the last time; 0 before the first
+};
+
+// The documents of one of the map's folders that this model does not write: they stay from earlier builds.
+template <class Map>
+std::vector<CString> stale_documents(const CString& folder, const Map& written) {
+  std::set<CString> names;
+  for (const auto& [name, item] : written)
+    names.insert(name);
+  std::vector<CString> stale;
+  for (const CString& file : names_in(folder, "*.xml")) {
+    // File names have no case.
+    std::string name = file.str().substr(0, file.str().rfind('.'));
+    CharLowerBuffA(&name[0], static_cast<DWORD>(name.size()));
+    if (names.find(CString(name)) == names.end())
+      stale.push_back(join(folder, file));
+  }
+  return stale;
+}
+
+std::vector<CString> stale_documents(const Stage& stage, const MapNamer& namer) {
+  std::vector<CString> stale = stale_documents(join(stage.folder(), "headers"), namer.headers());
+  const std::vector<CString> modules = stale_documents(join(stage.folder(), "res"), namer.modules());
+  stale.insert(stale.end(), modules.begin(), modules.end());
+  return stale;
+}
+
+// "headers\gone.xml, res\gone.xml"
+CString list_of(const std::vector<CString>& documents, const CString& folder) {
+  CString text;
+  for (const CString& document : documents)
+    text += (text.IsEmpty() ? CString() : CString(", ")) + document.Mid(folder.GetLength() + 1);
+  return text;
+}
+
+CString resource_folder() {
+  const CString folder = mrIDNamer::get_res_path();
+  if (!is_folder(folder))
+    throw std::runtime_error(
+        ("the resource folder " + folder +
+         " does not exist; make file\\ui_recording two folders above the programs, or let "
+         "ZQ_APPLICATION_FOLDER name the program folder of an installation")
+            .GetString());
+  return folder;
+}
+
+void read_sources(MapNamer& namer, const CString& specification) {
+  if (!is_file(specification))
+    throw std::runtime_error(("there is no resource-map specification " + specification).GetString());
+  const long result = namer.process_spec_file(specification);
+  if (result < 0) {
+    CString text;
+    text.Format("%s could not be read (0x%08lX)", specification.GetString(),
+                static_cast<unsigned long>(result));
+    throw std::runtime_error(text.GetString());
+  }
+  if (result != mr_result_ok)
+    throw std::runtime_error((specification + " is not a well-formed XML document").GetString());
+  if (namer.modules().empty() && namer.errors() == 0)
+    throw std::runtime_error((specification + " lists no resource script "
+                                              "(/rc_map/targets/target/rc_files/rc_file with a path)")
+                                 .GetString());
+}
+
+// What update_def_map does, and goes on when forced. Documents to be left out go after the comparison, which
+// still needs them: names of the old map are found through all of its groups.
+bool save(MapNamer& namer, bool force, const std::vector<CString>& left_out) {
+  if (left_out.empty()) {
+    if (namer.update_def_map() == mr_result_ok)
+      return true;
+  } else if (namer.check_res_map(mrIDNamer::get_res_file()) == mr_result_ok) {
+    force = true;
+  }
+  if (!force)
+    return false;
+  for (const CString& document : left_out)
+    remove_file(document);
+  namer.save_def_map();
+  return true;
+}
+
+// The engine does not tell whether it could write: what counts is what can be read back.
+void verify(Stage& stage, const MapNamer& namer, const CString& target) {
+  QuietNamer stored;
+  const bool archived = is_file(stage.map_file());
+  if (!archived || stored.load_res_map(stage.take_archive_aside()) < 0 || !stored.same_model(namer))
+    throw std::runtime_error(("the map " + join(target, "ui_map.rcz") + " could not be written").GetString());
+  if (!is_file(stage.constants_file()))
+    throw std::runtime_error(
+        ("the constants script " + join(target, "ui_consts.js") + " could not be written").GetString());
+}
+
+}  // namespace
+
+int run_build(const Arguments& given) {
+  Arguments arguments = given;
+  const bool force = take_flag(arguments, "--force");
+  const bool clean = take_flag(arguments, "--clean");
+  expect_words(arguments, 1, "the resource-map specification");
+
+  const CString target = resource_folder();
+  MapNamer namer;
+  bool saved = false;
+  std::vector<CString> stale;
+  {
+    Progress progress(namer);
+    read_sources(namer, arguments[0]);
+    Stage stage(target);
+    stale = stale_documents(stage, namer);
+    saved = save(namer, force, clean ? stale : std::vector<CString>());
+    if (saved) {
+      verify(stage, namer, target);
+      stage.put_in_place();
+    }
+    if (!clean && saved && !stale.empty())
+      std::fprintf(
+          stderr,
+          "mrmap: documents that this build does not write stay in the map: %s (--clean removes them)\n",
+          list_of(stale, stage.folder()).GetString());
+  }
+  std::printf("%s\n", namer.totals().GetString());
+  if (saved)
+    return exitDone;
+  std::fflush(stdout);
+  std::fprintf(stderr, "mrmap: names would be lost, nothing was saved (--force saves all the same)\n");
+  return exitNamesLost;
+}
