@@ -1,5 +1,5 @@
 // Reading the naming engine's model.
-#include "apps/mrmap/MapNamer.h"
+#include "apps/mrmap/mrMapNamer.h"
 
 #include <windows.h>
 
@@ -26,7 +26,7 @@ bool same_module(const mrLibraryRes& a, const mrLibraryRes& b) {
 
 }  // namespace
 
-const mrLibraryRes* MapNamer::find_module(const CString& name) const {
+const mrLibraryRes* mrMapNamer::find_module(const CString& name) const {
   std::string lower = name.str();
   CharLowerBuffA(&lower[0], static_cast<DWORD>(lower.size()));
   auto found = m_libraries.find(std::string_view(lower));
@@ -35,7 +35,7 @@ const mrLibraryRes* MapNamer::find_module(const CString& name) const {
   return found == m_libraries.end() ? nullptr : found->second.get();
 }
 
-bool MapNamer::same_model(const MapNamer& other) const {
+bool mrMapNamer::same_model(const mrMapNamer& other) const {
   return std::equal(m_headers.begin(), m_headers.end(), other.m_headers.begin(), other.m_headers.end(),
                     [](const auto& x, const auto& y) {
                       return x.first == y.first && x.second->constants == y.second->constants;
@@ -46,7 +46,7 @@ bool MapNamer::same_model(const MapNamer& other) const {
                     });
 }
 
-CString MapNamer::totals() const {
+CString mrMapNamer::totals() const {
   size_t dialogs = 0, controls = 0;
   for (const auto& [name, module] : m_libraries) {
     dialogs += module->dialogs.size();

@@ -1,7 +1,7 @@
 // mrmap lookup, list and path: what the stored resource map holds.
-#include "apps/mrmap/commands.h"
+#include "apps/mrmap/mrMapCommands.h"
 
-#include "apps/mrmap/MapNamer.h"
+#include "apps/mrmap/mrMapNamer.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -27,7 +27,7 @@ bool read_number(const CString& text, int64_t& number) {
 }
 
 // Without a map the model stays empty; a map that is damaged gives what could be read of it.
-bool load(MapNamer& namer) {
+bool load(mrMapNamer& namer) {
   if (namer.load_def_map() >= 0)
     return true;
   std::fprintf(stderr, "mrmap: there is no readable resource map %s (mrmap build makes one)\n",
@@ -42,7 +42,7 @@ bool load(MapNamer& namer) {
 }
 
 // The modules that an option selects: one, or all when it was not given.
-std::vector<const mrLibraryRes*> selected_modules(const MapNamer& namer, const CString& name) {
+std::vector<const mrLibraryRes*> selected_modules(const mrMapNamer& namer, const CString& name) {
   std::vector<const mrLibraryRes*> modules;
   if (name.IsEmpty()) {
     for (const auto& [key, module] : namer.modules())
@@ -56,7 +56,7 @@ std::vector<const mrLibraryRes*> selected_modules(const MapNamer& namer, const C
   return modules;
 }
 
-uint32_t dialog_number(const MapNamer& namer, const CString& text, const CString& module_name) {
+uint32_t dialog_number(const mrMapNamer& namer, const CString& text, const CString& module_name) {
   int64_t number = 0;
   if (text.IsEmpty() || read_number(text, number))
     return static_cast<uint32_t>(number);
@@ -72,14 +72,14 @@ struct Selection {
   CString module, dialog, header;  // empty: all
 };
 
-void list_modules(const MapNamer& namer, const Selection& selection) {
+void list_modules(const mrMapNamer& namer, const Selection& selection) {
   for (const mrLibraryRes* module : selected_modules(namer, selection.module))
     std::printf("%s\n", module->name.GetString());
 }
 
 // Calls print for every selected dialog.
 template <class Print>
-void list_selected_dialogs(const MapNamer& namer, const Selection& selection, Print print) {
+void list_selected_dialogs(const mrMapNamer& namer, const Selection& selection, Print print) {
   bool found = false;
   for (const mrLibraryRes* module : selected_modules(namer, selection.module)) {
     for (const auto& [number, dialog] : module->dialogs) {
@@ -93,14 +93,14 @@ void list_selected_dialogs(const MapNamer& namer, const Selection& selection, Pr
     throw_not_found("dialog", selection.dialog);
 }
 
-void list_dialogs(const MapNamer& namer, const Selection& selection) {
+void list_dialogs(const mrMapNamer& namer, const Selection& selection) {
   list_selected_dialogs(
       namer, selection, [](const mrLibraryRes& module, uint32_t number, const mrDialogRes& dialog) {
         std::printf("%s\t%s\t%u\n", module.name.GetString(), dialog.name.GetString(), number);
       });
 }
 
-void list_controls(const MapNamer& namer, const Selection& selection) {
+void list_controls(const mrMapNamer& namer, const Selection& selection) {
   list_selected_dialogs(
       namer, selection, [](const mrLibraryRes& module, uint32_t, const mrDialogRes& dialog) {
         for (const auto& [number, name] : dialog.controls)
@@ -110,7 +110,7 @@ void list_controls(const MapNamer& namer, const Selection& selection) {
 }
 
 // The header groups of the selected module, or all.
-std::vector<const mrHeader*> selected_headers(const MapNamer& namer, const Selection& selection) {
+std::vector<const mrHeader*> selected_headers(const mrMapNamer& namer, const Selection& selection) {
   std::vector<const mrHeader*> headers;
   const auto select = [&](const mrHeader* header) {
     if (selection.header.IsEmpty() || header->key == selection.header)
@@ -127,12 +127,12 @@ std::vector<const mrHeader*> selected_headers(const MapNamer& namer, const Selec
   return headers;
 }
 
-void list_headers(const MapNamer& namer, const Selection& selection) {
+void list_headers(const mrMapNamer& namer, const Selection& selection) {
   for (const mrHeader* header : selected_headers(namer, selection))
     std::printf("%s\n", header->key.GetString());
 }
 
-void list_constants(const MapNamer& namer, const Selection& selection) {
+void list_constants(const mrMapNamer& namer, const Selection& selection) {
   for (const mrHeader* header : selected_headers(namer, selection))
     for (const auto& [name, value] : header->constants)
       std::printf("%s.%s\t%lld\n", header->key.GetString(), name.GetString(), static_cast<long long>(value));
@@ -140,7 +140,7 @@ void list_constants(const MapNamer& namer, const Selection& selection) {
 
 struct Listing {
   const char* name;
-  void (*print)(const MapNamer& namer, const Selection& selection);
+  void (*print)(const mrMapNamer& namer, const Selection& selection);
 };
 
 constexpr Listing listings[] = {
@@ -150,17 +150,17 @@ constexpr Listing listings[] = {
 
 }  // namespace
 
-int run_lookup(const Arguments& given) {
-  Arguments arguments = given;
+int run_lookup(const mrArguments& given) {
+  mrArguments arguments = given;
   const CString prefix = take_option(arguments, "--prefix");
   const CString dialog = take_option(arguments, "--dialog");
   const CString module = take_option(arguments, "--module");
   expect_words(arguments, 1, "the number");
   int64_t number = 0;
   if (!read_number(arguments[0], number))
-    throw UsageError((arguments[0] + " is no number").GetString());
+    throw mrUsageError((arguments[0] + " is no number").GetString());
 
-  QuietNamer namer;
+  mrQuietNamer namer;
   const bool loaded = load(namer);
   const CString name = namer.get_definition(number, prefix.IsEmpty() ? CString("IDC_") : prefix,
                                             dialog_number(namer, dialog, module), module);
@@ -168,8 +168,8 @@ int run_lookup(const Arguments& given) {
   return loaded ? exitDone : exitFailed;
 }
 
-int run_list(const Arguments& given) {
-  Arguments arguments = given;
+int run_list(const mrArguments& given) {
+  mrArguments arguments = given;
   Selection selection;
   selection.module = take_option(arguments, "--module");
   selection.dialog = take_option(arguments, "--dialog");
@@ -178,15 +178,15 @@ int run_list(const Arguments& given) {
   for (const Listing& listing : listings) {
     if (arguments[0] != listing.name)
       continue;
-    QuietNamer namer;
+    mrQuietNamer namer;
     const bool loaded = load(namer);
     listing.print(namer, selection);
     return loaded ? exitDone : exitFailed;
   }
-  throw UsageError(("there is no list of " + arguments[0]).GetString());
+  throw mrUsageError(("there is no list of " + arguments[0]).GetString());
 }
 
-int run_path(const Arguments& arguments) {
+int run_path(const mrArguments& arguments) {
   expect_words(arguments, 0, "");
   std::printf("%s\n", mrIDNamer::get_res_path().GetString());
   return exitDone;

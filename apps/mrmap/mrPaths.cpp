@@ -1,5 +1,5 @@
 // Folders and files of the map tool, through the system's functions.
-#include "apps/mrmap/Paths.h"
+#include "apps/mrmap/mrPaths.h"
 
 #include <windows.h>
 

@@ -11,15 +11,15 @@
 
 #include <vector>
 
-class Stage {
+class mrMapStage {
 public:
   // Copies the map of the resource folder and leads the engine to the copy. Only one build of a map at a
   // time.
-  explicit Stage(const CString& resource_folder);
-  Stage(const Stage&) = delete;
-  Stage& operator=(const Stage&) = delete;
+  explicit mrMapStage(const CString& resource_folder);
+  mrMapStage(const mrMapStage&) = delete;
+  mrMapStage& operator=(const mrMapStage&) = delete;
   // Removes what was not put in place and leads the engine back.
-  ~Stage();
+  ~mrMapStage();
 
   const CString& folder() const { return m_folder; }
   CString map_file() const;

@@ -3,7 +3,7 @@
 
 #include "namer/mrIDNamer.h"
 
-class MapNamer : public mrIDNamer {
+class mrMapNamer : public mrIDNamer {
 public:
   using mrIDNamer::check_res_map;
   using mrIDNamer::load_res_map;
@@ -16,13 +16,13 @@ public:
   // when there is none.
   const mrLibraryRes* find_module(const CString& name) const;
   // Whether the other namer holds the same modules, dialogs, controls, groups and constants.
-  bool same_model(const MapNamer& other) const;
+  bool same_model(const mrMapNamer& other) const;
   // "2 modules, 3 dialogs, ...": what the model holds, and what was reported.
   CString totals() const;
 };
 
 // Loads without a word: what is wrong shows in the model.
-class QuietNamer : public MapNamer {
+class mrQuietNamer : public mrMapNamer {
 public:
   void warning(const CString&) override { ++m_warning_count; }
   void error(const CString&) override { ++m_error_count; }

@@ -1,10 +1,14 @@
 // mrmap: builds the resource map from the host's sources and answers questions about it.
-#include "apps/mrmap/commands.h"
+#include "apps/mrmap/mrMapCommands.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <string>
+
+// The start-up code leaves "*" and "?" in arguments alone.
+extern "C" int _dowildcard;
+int _dowildcard = 0;
 
 namespace {
 
@@ -34,7 +38,7 @@ constexpr char help[] =
 
 struct Command {
   const char* name;
-  int (*run)(const Arguments& arguments);
+  int (*run)(const mrArguments& arguments);
 };
 
 constexpr Command commands[] = {
@@ -44,7 +48,7 @@ constexpr Command commands[] = {
     {"path", run_path},
 };
 
-int run(Arguments arguments) {
+int run(mrArguments arguments) {
   if (take_flag(arguments, "--help")) {
     std::fputs(help, stdout);
     return exitDone;
@@ -54,16 +58,16 @@ int run(Arguments arguments) {
     return exitDone;
   }
   if (arguments.empty())
-    throw UsageError("a command is missing");
+    throw mrUsageError("a command is missing");
   for (const Command& command : commands)
     if (arguments[0] == command.name)
-      return command.run(Arguments(arguments.begin() + 1, arguments.end()));
-  throw UsageError(("there is no command " + arguments[0]).GetString());
+      return command.run(mrArguments(arguments.begin() + 1, arguments.end()));
+  throw mrUsageError(("there is no command " + arguments[0]).GetString());
 }
 
 }  // namespace
 
-bool take_flag(Arguments& arguments, const char* name) {
+bool take_flag(mrArguments& arguments, const char* name) {
   const auto found = std::find(arguments.begin(), arguments.end(), name);
   if (found == arguments.end())
     return false;
@@ -71,33 +75,33 @@ bool take_flag(Arguments& arguments, const char* name) {
   return true;
 }
 
-CString take_option(Arguments& arguments, const char* name) {
+CString take_option(mrArguments& arguments, const char* name) {
   const auto found = std::find(arguments.begin(), arguments.end(), name);
   if (found == arguments.end())
     return CString();
   if (found + 1 == arguments.end())
-    throw UsageError(std::string(name) + " needs a value");
+    throw mrUsageError(std::string(name) + " needs a value");
   const CString value = found[1];
   arguments.erase(found, found + 2);
   if (std::find(arguments.begin(), arguments.end(), name) != arguments.end())
-    throw UsageError(std::string(name) + " is given twice");
+    throw mrUsageError(std::string(name) + " is given twice");
   return value;
 }
 
-void expect_words(const Arguments& arguments, size_t count, const char* what) {
+void expect_words(const mrArguments& arguments, size_t count, const char* what) {
   for (const CString& argument : arguments)
     if (argument.Left(2) == "--")
-      throw UsageError(("there is no option " + argument).GetString());
+      throw mrUsageError(("there is no option " + argument).GetString());
   if (arguments.size() < count)
-    throw UsageError(std::string(what) + " is missing");
+    throw mrUsageError(std::string(what) + " is missing");
   if (arguments.size() > count)
-    throw UsageError(("what is " + arguments[count] + "?").GetString());
+    throw mrUsageError(("what is " + arguments[count] + "?").GetString());
 }
 
 int main(int argc, char** argv) {
   try {
-    return run(Arguments(argv + 1, argv + argc));
-  } catch (const UsageError& e) {
+    return run(mrArguments(argv + 1, argv + argc));
+  } catch (const mrUsageError& e) {
     std::fprintf(stderr, "mrmap: %s (mrmap --help tells what there is)\n", e.what());
     return exitUsage;
   } catch (const std::exception& e) {

@@ -1,5 +1,5 @@
 // The commands of the map tool. Each takes the arguments behind its name and returns the exit status; what
-// cannot be done is std::runtime_error (status 1), what was typed wrongly UsageError (status 2).
+// cannot be done is std::runtime_error (status 1), what was typed wrongly mrUsageError (status 2).
 #pragma once
 
 #include "framework/CString.h"
@@ -14,22 +14,22 @@ enum ExitStatus : int {
   exitNamesLost = 4,
 };
 
-class UsageError : public std::runtime_error {
+class mrUsageError : public std::runtime_error {
 public:
   using std::runtime_error::runtime_error;
 };
 
-using Arguments = std::vector<CString>;
+using mrArguments = std::vector<CString>;
 
-int run_build(const Arguments& arguments);
-int run_lookup(const Arguments& arguments);
-int run_list(const Arguments& arguments);
-int run_path(const Arguments& arguments);
+int run_build(const mrArguments& arguments);
+int run_lookup(const mrArguments& arguments);
+int run_list(const mrArguments& arguments);
+int run_path(const mrArguments& arguments);
 
 // The value of "--name VALUE"; empty when it was not given. A name without a value, or given twice, is an
 // error. Takes both off the arguments.
-CString take_option(Arguments& arguments, const char* name);
+CString take_option(mrArguments& arguments, const char* name);
 // Whether "--name" was given. Takes it off.
-bool take_flag(Arguments& arguments, const char* name);
+bool take_flag(mrArguments& arguments, const char* name);
 // The words left over once all options are taken: exactly these many, and no further option.
-void expect_words(const Arguments& arguments, size_t count, const char* what);
+void expect_words(const mrArguments& arguments, size_t count, const char* what);

@@ -1,7 +1,7 @@
 // Making the next resource map beside the one in use.
-#include "apps/mrmap/Stage.h"
+#include "apps/mrmap/mrMapStage.h"
 
-#include "apps/mrmap/Paths.h"
+#include "apps/mrmap/mrPaths.h"
 
 #include <windows.h>
 
@@ -38,7 +38,7 @@ CString environment(const char* name) {
 
 }  // namespace
 
-Stage::Stage(const CString& resource_folder)
+mrMapStage::mrMapStage(const CString& resource_folder)
     : m_target(resource_folder), m_root(join(resource_folder, stage_name)),
       m_folder(join(m_root, "file\\ui_recording")), m_application_folder(environment(application_variable)),
       m_lock(lock(join(resource_folder, lock_name))) {
@@ -53,7 +53,7 @@ Stage::Stage(const CString& resource_folder)
   lead_engine_to(join(m_root, "bin\\x64"));
 }
 
-void Stage::copy_map() {
+void mrMapStage::copy_map() {
   remove_folder(m_root);
   for (const char* folder : {"", "\\file", "\\file\\ui_recording", "\\old", "\\aside"})
     make_folder(m_root + folder);
@@ -63,28 +63,28 @@ void Stage::copy_map() {
     copy_file(join(m_target, map_name), map_file());
 }
 
-Stage::~Stage() {
+mrMapStage::~mrMapStage() {
   lead_engine_to(m_application_folder);
   remove_folder(m_root);
   CloseHandle(m_lock);
 }
 
-void Stage::lead_engine_to(const CString& application_folder) {
+void mrMapStage::lead_engine_to(const CString& application_folder) {
   SetEnvironmentVariableA(application_variable,
                           application_folder.IsEmpty() ? nullptr : application_folder.GetString());
 }
 
-CString Stage::map_file() const { return join(m_folder, map_name); }
+CString mrMapStage::map_file() const { return join(m_folder, map_name); }
 
-CString Stage::constants_file() const { return join(m_folder, constants_name); }
+CString mrMapStage::constants_file() const { return join(m_folder, constants_name); }
 
-CString Stage::take_archive_aside() {
+CString mrMapStage::take_archive_aside() {
   const CString aside = join(join(m_root, aside_name), map_name);
   move(map_file(), aside);
   return aside;
 }
 
-void Stage::put_in_place() {
+void mrMapStage::put_in_place() {
   try {
     // The constants first: they know every name of both maps, as long as nothing was forced.
     replace_file(constants_file(), constants_name);
@@ -99,7 +99,7 @@ void Stage::put_in_place() {
 
 // From the first rename until the last one the archive, new by now, is what is read: it needs both folders to
 // be there to be passed over.
-void Stage::exchange_folders() {
+void mrMapStage::exchange_folders() {
   const CString old = join(m_root, old_name);
   for (const char* name : {headers_name, modules_name})
     if (is_folder(join(m_target, name)))
@@ -108,7 +108,7 @@ void Stage::exchange_folders() {
     move_and_remember(join(m_folder, name), join(m_target, name));
 }
 
-void Stage::replace_file(const CString& from, const char* name) {
+void mrMapStage::replace_file(const CString& from, const char* name) {
   const CString target = join(m_target, name);
   const CString old = join(join(m_root, old_name), name);
   if (is_file(target))
@@ -118,13 +118,13 @@ void Stage::replace_file(const CString& from, const char* name) {
   m_done.push_back({old, target});
 }
 
-void Stage::move_and_remember(const CString& from, const CString& to) {
+void mrMapStage::move_and_remember(const CString& from, const CString& to) {
   move(from, to);
   m_done.push_back({to, from});
 }
 
 // Best effort, in reverse order: what fails here has failed for the same reason before.
-void Stage::undo() {
+void mrMapStage::undo() {
   for (; !m_done.empty(); m_done.pop_back()) {
     const Move& back = m_done.back();
     if (is_file(back.from) || is_folder(back.from))

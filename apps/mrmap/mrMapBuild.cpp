@@ -1,9 +1,9 @@
 // mrmap build: the resource map from the host's sources.
-#include "apps/mrmap/commands.h"
+#include "apps/mrmap/mrMapCommands.h"
 
-#include "apps/mrmap/MapNamer.h"
-#include "apps/mrmap/Paths.h"
-#include "apps/mrmap/Stage.h"
+#include "apps/mrmap/mrMapNamer.h"
+#include "apps/mrmap/mrPaths.h"
+#include "apps/mrmap/mrMapStage.h"
 
 #include <windows.h>
 
@@ -19,7 +19,7 @@ constexpr DWORD progress_ms = 100;  // between two looks at the counter
 // the line, so that the engine's own lines write over it.
 class Progress {
 public:
-  explicit Progress(MapNamer& namer) : m_namer(namer) {
+  explicit Progress(mrMapNamer& namer) : m_namer(namer) {
     DWORD mode = 0;
     if (GetConsoleMode(GetStdHandle(STD_ERROR_HANDLE), &mode))
       m_namer.set_progress(&Progress::on_file, this);
@@ -46,7 +46,7 @@ private:
     std::fprintf(stderr, " %d files\r", m_files);
   }
 
-  MapNamer& m_namer;
+  mrMapNamer& m_namer;
   int m_files = 0;
   DWORD m_shown = 0;  // tick count of the last time; 0 before the first
 };
@@ -68,7 +68,7 @@ std::vector<CString> stale_documents(const CString& folder, const Map& written) 
   return stale;
 }
 
-std::vector<CString> stale_documents(const Stage& stage, const MapNamer& namer) {
+std::vector<CString> stale_documents(const mrMapStage& stage, const mrMapNamer& namer) {
   std::vector<CString> stale = stale_documents(join(stage.folder(), "headers"), namer.headers());
   const std::vector<CString> modules = stale_documents(join(stage.folder(), "res"), namer.modules());
   stale.insert(stale.end(), modules.begin(), modules.end());
@@ -94,7 +94,7 @@ CString resource_folder() {
   return folder;
 }
 
-void read_sources(MapNamer& namer, const CString& specification) {
+void read_sources(mrMapNamer& namer, const CString& specification) {
   if (!is_file(specification))
     throw std::runtime_error(("there is no resource-map specification " + specification).GetString());
   const long result = namer.process_spec_file(specification);
@@ -114,7 +114,7 @@ void read_sources(MapNamer& namer, const CString& specification) {
 
 // What update_def_map does, and goes on when forced. Documents to be left out go after the comparison, which
 // still needs them: names of the old map are found through all of its groups.
-bool save(MapNamer& namer, bool force, const std::vector<CString>& left_out) {
+bool save(mrMapNamer& namer, bool force, const std::vector<CString>& left_out) {
   if (left_out.empty()) {
     if (namer.update_def_map() == mr_result_ok)
       return true;
@@ -130,8 +130,8 @@ bool save(MapNamer& namer, bool force, const std::vector<CString>& left_out) {
 }
 
 // The engine does not tell whether it could write: what counts is what can be read back.
-void verify(Stage& stage, const MapNamer& namer, const CString& target) {
-  QuietNamer stored;
+void verify(mrMapStage& stage, const mrMapNamer& namer, const CString& target) {
+  mrQuietNamer stored;
   const bool archived = is_file(stage.map_file());
   if (!archived || stored.load_res_map(stage.take_archive_aside()) < 0 || !stored.same_model(namer))
     throw std::runtime_error(("the map " + join(target, "ui_map.rcz") + " could not be written").GetString());
@@ -142,20 +142,20 @@ void verify(Stage& stage, const MapNamer& namer, const CString& target) {
 
 }  // namespace
 
-int run_build(const Arguments& given) {
-  Arguments arguments = given;
+int run_build(const mrArguments& given) {
+  mrArguments arguments = given;
   const bool force = take_flag(arguments, "--force");
   const bool clean = take_flag(arguments, "--clean");
   expect_words(arguments, 1, "the resource-map specification");
 
   const CString target = resource_folder();
-  MapNamer namer;
+  mrMapNamer namer;
   bool saved = false;
   std::vector<CString> stale;
   {
     Progress progress(namer);
     read_sources(namer, arguments[0]);
-    Stage stage(target);
+    mrMapStage stage(target);
     stale = stale_documents(stage, namer);
     saved = save(namer, force, clean ? stale : std::vector<CString>());
     if (saved) {
