@@ -1,0 +1,238 @@
+// The shortcuts of the hook path change nothing that anybody can see: a corpus of messages to every kind of
+// window runs through the dispatcher with every shortcut on and with every shortcut off, and each message is
+// claimed by the same recorder, after the same refusals, with the same uploads.
+#include "controls/mrRibCustomiser.h"
+#include "controls/mrToolBar.h"
+#include "hooks/mrDispatcher.h"
+#include "hooks/mrHookKind.h"
+#include "hooks/mrHostMessages.h"
+#include "hooks/mrIdentity.h"
+#include "host/bcg.h"
+#include "host/kvttools.h"
+#include "tests/support/tape.h"
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <random>
+
+namespace {
+
+// Stands in a factory's place and writes down what it answers.
+class Witness : public mrActionFactory {
+public:
+  Witness(mrActionFactory& inner, std::string& trace) : m_inner(inner), m_trace(trace) {}
+
+  mrFactoryType get_factory_type() override { return m_inner.get_factory_type(); }
+  void on_start_record() override { m_inner.on_start_record(); }
+  bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override {
+    const bool claims = m_inner.handle_message(kind, code, wparam, lparam);
+    m_trace += claims ? " claimed " : " ";
+    m_trace += std::to_string(static_cast<int>(get_factory_type()));
+    return claims;
+  }
+  void copy_data(void* data) override { m_inner.copy_data(data); }
+  mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
+                                   CString& identifier) override {
+    return m_inner.get_declaration(info, declaration, search, identifier);
+  }
+  mrContextMenuRes context_menu_invoke(HWND window, const char* name, const CPoint& point) override {
+    return m_inner.context_menu_invoke(window, name, point);
+  }
+
+private:
+  mrActionFactory& m_inner;
+  std::string& m_trace;
+};
+
+// A window of some class that answers one request with 165, as the host's own controls do.
+mrTestAnswer identity_of(UINT request, WPARAM code = 0, LRESULT answer = mr_identity_answer) {
+  return [=](UINT message, WPARAM wparam, LPARAM, LRESULT& result) {
+    result = answer;
+    return message == request && wparam == code;
+  };
+}
+
+struct Message {
+  int kind;
+  HWND window;
+  UINT message;
+  WPARAM wparam;
+  LPARAM lparam;
+};
+
+class DispatchShortcuts : public testing::Test {
+protected:
+  DispatchShortcuts() {
+    InitCommonControls();
+    for (const char* name : {"BCGToolBar:1", "BCGPToolBar", "SHELLDLL_DefView", "zqpOptionTree", "BCGTabWnd"})
+      register_test_class(name);
+    make_windows();
+    for (int type = first_factory_type; type <= last_recorded_factory_type; ++type) {
+      witnesses.emplace_back(new Witness(*get_factory(type, true), trace));
+      originals.push_back(get_factory(type, true));
+      register_factory(*witnesses.back());
+    }
+  }
+  ~DispatchShortcuts() override {
+    for (mrActionFactory* original : originals)
+      register_factory(*original);
+    set_shortcuts(true);
+  }
+
+  HWND add(const char* class_name, DWORD style, HWND parent, int id = 1, const char* text = "text") {
+    windows.emplace_back(
+        new mrTestWindow(class_name, text, style | (parent ? WS_CHILD | WS_VISIBLE : 0), parent, id));
+    return *windows.back();
+  }
+
+  void make_windows() {
+    windows.reserve(100);
+    add("TestFrame", 0, frame);
+    for (const DWORD style : {BS_PUSHBUTTON, BS_AUTOCHECKBOX, BS_AUTO3STATE, BS_AUTORADIOBUTTON, BS_GROUPBOX})
+      add("Button", style, frame);
+    for (const int id : {7, 8})
+      add("Button", BS_OWNERDRAW, frame, id);
+    const HWND edit = add("Edit", ES_AUTOHSCROLL, frame);
+    add("ComboBox", CBS_DROPDOWNLIST, frame);
+    add("ListBox", LBS_MULTIPLESEL, frame);
+    add("SysListView32", LVS_REPORT, frame);
+    add("SysTreeView32", 0, frame);
+    add("SysTabControl32", 0, frame);
+    add("msctls_trackbar32", 0, frame);
+    add("ToolbarWindow32", 0, frame);
+    const HWND up_down = add("msctls_updown32", 0, frame);
+    SendMessageA(up_down, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
+    add("BCGToolBar:1", 0, frame);
+    add("BCGPToolBar", 0, frame);
+    add("BCGTabWnd", 0, frame);
+
+    const HWND grid = add("TestFrame", 0, frame);
+    windows.back()->set_answer(identity_of(host_messages().request_grid_information));
+    add("Edit", 0, grid);
+    const HWND widget = add("TestFrame", 0, frame);
+    windows.back()->set_answer(identity_of(host_messages().request_rib_customisation));
+    add("Button", BS_OWNERDRAW, widget);
+    add("TestFrame", 0, frame);
+    windows.back()->set_answer(identity_of(host_messages().get_view_position, 1, 1));
+    const HWND options = add("zqpOptionTree", 0, frame);
+    add("Edit", 0, add("TestFrame", 0, options));
+
+    const HWND file_dialog = add("TestFrame", WS_POPUP | DS_MODALFRAME, nullptr, 0);
+    add("Edit", 0, file_dialog, 1001);
+    add("SHELLDLL_DefView", 0, file_dialog, 1121);
+    const HWND dialog = add("TestFrame", WS_POPUP | DS_MODALFRAME, nullptr, 0);
+    add("Edit", 0, dialog, 1001);
+  }
+
+  // Every message number of windows and menus and those of the host's libraries, to every window through
+  // three hooks, in an order that is arbitrary but always the same; the messages that carry something come
+  // several times.
+  std::vector<Message> corpus() {
+    std::vector<Message> all;
+    std::vector<UINT> numbers;
+    for (UINT message = 1; message <= WM_THEMECHANGED; ++message)
+      numbers.push_back(message);
+    for (const UINT message :
+         {1925u, 1949u, host_messages().bcg_change_active_tab, BCGM_GRID_SEL_CHANGED, kvtWM_CAD_TREE_CHANGED})
+      numbers.push_back(message);
+    for (const auto& window : windows) {
+      for (const int kind : {hookGetMessage, hookCallWndProc, hookCallWndProcRet}) {
+        for (const UINT message : numbers)
+          all.push_back({kind, *window, message, 0, 0});
+        for (const auto& control : windows) {
+          for (const int code : {0, 1, 5, EN_CHANGE})
+            all.push_back({kind, GetParent(*control) ? GetParent(*control) : HWND(frame), WM_COMMAND,
+                           notify(1, code), as_lparam(*control)});
+        }
+        for (const int place : {5, 5, 70}) {
+          for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message)
+            all.push_back({kind, *window, message, MK_LBUTTON, at(place, 5)});
+        }
+      }
+    }
+    std::shuffle(all.begin(), all.end(), std::mt19937(20));
+    // Between them the floods.
+    std::vector<Message> flooded;
+    for (size_t i = 0; i < all.size(); ++i) {
+      flooded.push_back(all[i]);
+      if (i % 4)
+        continue;
+      for (const UINT flood : {WM_MOUSEMOVE, WM_NCHITTEST, WM_PAINT, WM_TIMER})
+        flooded.push_back(
+            {flood == WM_NCHITTEST ? hookCallWndProc : hookGetMessage, all[i].window, flood, 0, at(5, 5)});
+    }
+    return flooded;
+  }
+
+  void dispatch(const Message& m) {
+    MSG msg = {};
+    msg.hwnd = m.window;
+    msg.message = m.message;
+    msg.wParam = m.wparam;
+    msg.lParam = m.lparam;
+    CWPSTRUCT call = {m.lparam, m.wparam, m.message, m.window};
+    CWPRETSTRUCT returned = {0, m.lparam, m.wparam, m.message, m.window};
+    void* const data = m.kind == hookGetMessage    ? static_cast<void*>(&msg)
+                       : m.kind == hookCallWndProc ? static_cast<void*>(&call)
+                                                   : static_cast<void*>(&returned);
+    dispatch_hook_message(m.kind, HC_ACTION, 1, reinterpret_cast<LPARAM>(data));
+  }
+
+  // What one message led to: who was asked, who claimed it, what was uploaded, and what is still followed.
+  std::string outcome_of(const Message& message) {
+    trace.clear();
+    uploads.clear();
+    dispatch(message);
+    for (const mrUploadCatcher::Upload& upload : uploads.all())
+      trace += " upload " + std::to_string(upload.type) + " " + upload.bytes;
+    if (tool_bar.is_tracking())
+      trace += tool_bar.is_tracking_popup() ? " following a popup" : " following";
+    return trace;
+  }
+
+  std::vector<std::string> run(const std::vector<Message>& messages, bool shortcuts) {
+    set_shortcuts(shortcuts);
+    const mrTestClock clock;
+    tell_factories_of_start();
+    // Leaves no watch, no text being set and no command from the run before.
+    mrTestClock::advance(5000);
+    for (const auto& window : windows)
+      dispatch({hookCallWndProcRet, *window, WM_SETTEXT, 0, 0});
+    std::vector<std::string> outcomes;
+    for (const Message& message : messages) {
+      mrTestClock::advance(7);
+      outcomes.push_back(outcome_of(message));
+    }
+    return outcomes;
+  }
+
+  std::string trace;
+  mrUploadCatcher uploads;
+  mrTestFrame frame;
+  std::vector<std::unique_ptr<mrTestWindow>> windows;
+  std::vector<std::unique_ptr<Witness>> witnesses;
+  std::vector<mrActionFactory*> originals;
+  mrToolBarFactory& tool_bar = *static_cast<mrToolBarFactory*>(get_factory(factoryToolBar, true));
+};
+
+}  // namespace
+
+TEST_F(DispatchShortcuts, ChangeNothingThatIsClaimedUploadedOrFollowed) {
+  const std::vector<Message> messages = corpus();
+  const std::vector<std::string> on = run(messages, true);
+  const std::vector<std::string> off = run(messages, false);
+  size_t uploads_seen = 0;
+  for (size_t i = 0; i < messages.size(); ++i) {
+    ASSERT_EQ(off[i], on[i]) << "message " << i << ": " << messages[i].message << " by hook "
+                             << messages[i].kind;
+    uploads_seen += on[i].find("upload") != std::string::npos;
+  }
+  // A corpus that nobody records would prove nothing.
+  EXPECT_GT(uploads_seen, 500u);
+}
