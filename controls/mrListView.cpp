@@ -73,7 +73,7 @@ void mrListViewFactory::update_selected(HWND list) {
 }
 
 void mrListViewFactory::get_name(HWND list, int item, char* text, size_t size) {
-  *text = '\0';
+  memset(text, 0, size);
   LVITEMA request = {};
   request.pszText = text;
   request.cchTextMax = static_cast<int>(size);

@@ -1,5 +1,6 @@
 #include "controls/mrButton.h"
 
+#include "controls/mrWindow.h"
 #include "framework/CInvalidArgException.h"
 #include "hooks/mrDispatcher.h"
 #include "tests/support/declared.h"
@@ -11,7 +12,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <set>
 
 using testing::ElementsAre;
@@ -389,8 +389,7 @@ TEST_F(ButtonBuilder, StatesOfTwoButtonsAreTwoStatements) {
 }
 
 TEST_F(ButtonBuilder, StateIsNotJoinedWithAnotherKindOfAction) {
-  recorder.receive(factoryWindow,
-                   std::array<uint64_t, 5>{2, reinterpret_cast<uint64_t>(check_box.get()), 0, 0, 0});
+  recorder.receive(factoryWindow, mrWindowRec{windowClose, 0, check_box, 0, 0, 0, 0});
   check_state(check_box);
   EXPECT_THAT(recorder.statements(), ElementsAre("Close();", "Checked = false;"));
 }
