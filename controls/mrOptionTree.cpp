@@ -21,7 +21,7 @@ LRESULT ask(HWND tree, mrOptionTreeRequest request, const void* argument) {
 
 // Fills a buffer of mr_max_text bytes; it is left empty when the tree does not answer.
 void ask_text(HWND tree, mrOptionTreeRequest request, void* item, char* buffer) {
-  buffer[0] = '\0';
+  memset(buffer, 0, mr_max_text);
   const mrOptionTextRequest block = {item, buffer, mr_max_text};
   ask(tree, request, &block);
   buffer[mr_max_text - 1] = '\0';
@@ -33,12 +33,12 @@ void ask_path(HWND tree, void* item) {
   char path[mr_max_text] = "";
   while (item) {
     ask_text(tree, optionLabel, item, record.path);
-    char longer[mr_max_text];
+    char longer[mr_max_text] = "";
     snprintf(longer, sizeof longer, "%s%s%s", record.path, *path ? "|" : "", path);
-    strcpy(path, longer);
+    memcpy(path, longer, sizeof path);
     item = reinterpret_cast<void*>(ask(tree, optionParent, item));
   }
-  strcpy(record.path, path);
+  memcpy(record.path, path, sizeof path);
 }
 
 }  // namespace

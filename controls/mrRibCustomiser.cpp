@@ -52,7 +52,7 @@ bool mrRibCustomiserFactory::handle_message(int kind, int /*code*/, WPARAM /*wpa
 
 void mrRibCustomiserFactory::upload_selected(HWND widget) {
   record.widget = widget;
-  record.selected[0] = '\0';  // stays when the widget does not fill it
+  memset(record.selected, 0, sizeof record.selected);  // stays empty when the widget does not fill it
   const mrRibTextRequest block = {record.selected, mr_max_text};
   SendMessageA(widget, host_messages().request_rib_customisation, ribSelected,
                reinterpret_cast<LPARAM>(&block));

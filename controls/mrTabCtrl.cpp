@@ -70,7 +70,7 @@ bool mrTabCtrlFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/,
 void mrTabCtrlFactory::upload_current_tab(HWND tab) {
   record.tab = tab;
   record.index = SendMessageA(tab, TCM_GETCURSEL, 0, 0);
-  record.text[0] = '\0';  // stays when the caption cannot be read
+  memset(record.text, 0, sizeof record.text);  // stays empty when the caption cannot be read
 
   TCITEMA item = {};
   item.mask = TCIF_TEXT;
