@@ -30,7 +30,7 @@ const char usage_text[] =
     "  --raw                    mouse buttons on windows only: no controls, no commands\n"
     "  --ignore ID              a command that is not recorded: a number, or a name of the resource map\n"
     "  --for SECONDS            stop after this time\n"
-    "  --quiet                  no line for each action\n"
+    "  --quiet                  only the line that says what is recorded\n"
     "\n"
     "A recording ends, and its script is written, at Ctrl+Break in the host, at Ctrl+C here, at `mrrec "
     "stop`,\n"

@@ -28,11 +28,12 @@ void set_ignored(mrSessionRecorder& recorder, const mrIgnoredCommands& ignored) 
     recorder.add_ignore_command(id);
 }
 
-void save_script(mrSessionRecorder& recorder, const mrOutputFile& file) {
+void save_script(mrSessionRecorder& recorder, const mrOutputFile& file, bool quiet) {
   CString script;
   recorder.get_script(script);
   file.write(script);
-  printf("saved %s (%d actions)\n", file.path().c_str(), static_cast<int>(recorder.action_count()));
+  if (!quiet)
+    printf("saved %s (%d actions)\n", file.path().c_str(), static_cast<int>(recorder.action_count()));
 }
 
 // From the hooks to the script, when host and file are known.
@@ -57,7 +58,7 @@ void record_host(const mrArguments& arguments, const mrHost& host, const mrIgnor
   lines.print();
   if (cause == stopHostEnded)
     print_note(host.name + " has ended");
-  save_script(recorder, file);
+  save_script(recorder, file, arguments.quiet);
 }
 
 }  // namespace
