@@ -6,6 +6,7 @@
 #include "apps/mrrec/mrRecorderWindow.h"
 #include "apps/mrrec/mrSession.h"
 #include "apps/mrrec/mrSessionRecorder.h"
+#include "controls/mrToolBar.h"
 #include "controls/mrWindow.h"
 #include "hooks/mrChannel.h"
 #include "hooks/mrDispatcher.h"
@@ -196,6 +197,27 @@ TEST(MrrecIgnore, DropsTheRecordsOfTheCommandsAndNoOthers) {
   EXPECT_FALSE(drops(ignored, factoryWindow, windowClose, 100));
   EXPECT_FALSE(drops(ignored, factoryEdit, windowCommand, 100));
   EXPECT_FALSE(drops(ignored, factoryWindow, windowCommand, 100, 16));
+}
+
+// A toolbar record whose levels' items are these, outermost first.
+static bool drops_path(const mrIgnoredCommands& ignored, const std::vector<int>& items, uint64_t count) {
+  std::vector<char> bytes(sizeof(mrToolbarHeader) + items.size() * sizeof(mrToolbarRec));
+  mrToolbarHeader* const header = reinterpret_cast<mrToolbarHeader*>(bytes.data());
+  header->count = count;
+  mrToolbarRec* level = reinterpret_cast<mrToolbarRec*>(header + 1);
+  for (const int item : items)
+    (level++)->item_id = item;
+  return ignored.drops({factoryToolBar, static_cast<DWORD>(bytes.size()), bytes.data()});
+}
+
+TEST(MrrecIgnore, DropsMenuAndToolbarPathsThatEndAtTheCommand) {
+  const mrIgnoredCommands ignored({{"", 100}}, mrIDNamer());
+  EXPECT_TRUE(drops_path(ignored, {100}, 1));
+  EXPECT_TRUE(drops_path(ignored, {7, 8, 100}, 3));
+  EXPECT_FALSE(drops_path(ignored, {100, 8}, 2)) << "the way there is no command";
+  EXPECT_FALSE(drops_path(ignored, {}, 0));
+  EXPECT_FALSE(drops_path(ignored, {100}, 2)) << "a count that was not sent";
+  EXPECT_FALSE(drops_path(ignored, {100}, UINT64_MAX));
 }
 
 TEST(MrrecIgnore, MoreThanSixteenAreDroppedToo) {
