@@ -91,6 +91,7 @@ bool fill_menu_item(mrToolbarRec& level, int position) {
   if (!GetMenuItemInfoA(level.hmenu, static_cast<UINT>(position), TRUE, &item) ||
       (item.fType & MFT_SEPARATOR))
     return false;
+  text[mr_max_text - 1] = '\0';  // not every system ends a text that it cuts
   level.item_id = static_cast<int32_t>(item.wID);
   level.item_type = item.fType;
   level.item_state = item.fState;
