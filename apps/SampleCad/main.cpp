@@ -1,5 +1,6 @@
 // SampleCad: a small CAD program, the host on which recordings are shown and tried.
 #include "apps/SampleCad/samplecad.dev/resource.h"
+#include "apps/SampleCad/scBcgToolbar.h"
 #include "apps/SampleCad/scDialog.h"
 #include "apps/SampleCad/scDialogs.h"
 #include "apps/SampleCad/scFrame.h"
@@ -27,15 +28,19 @@ void show_text(DWORD handle, const CString& text) {
     MessageBoxA(nullptr, text, "SampleCad", MB_OK);
 }
 
-bool is_edit(HWND window) {
-  char name[16] = "";
+bool has_class(HWND window, const char* prefix) {
+  char name[32] = "";
   GetClassNameA(window, name, sizeof(name));
-  return lstrcmpiA(name, "Edit") == 0;
+  return std::strncmp(name, prefix, std::strlen(prefix)) == 0;
 }
 
-// Keys that an edit box uses itself while it has the focus.
-bool belongs_to_edit(const MSG& message) {
-  if (message.message != WM_KEYDOWN || !is_edit(message.hwnd))
+// Keys that an edit box or a toolbar uses itself while it has the focus.
+bool belongs_to_focus(const MSG& message) {
+  if (message.message != WM_KEYDOWN)
+    return false;
+  if (message.wParam == VK_ESCAPE && has_class(message.hwnd, "BCG"))
+    return true;
+  if (!has_class(message.hwnd, "Edit"))
     return false;
   const bool control = GetKeyState(VK_CONTROL) < 0;
   return message.wParam == VK_DELETE || message.wParam == VK_ESCAPE ||
@@ -44,9 +49,11 @@ bool belongs_to_edit(const MSG& message) {
 
 void dispatch(MSG& message, HACCEL accelerators) {
   scFrame& frame = main_frame();
+  if (scBcgToolbar::filter(message))
+    return;
   if (scDialog::dispatch(message) || TranslateMDISysAccel(frame.mdi_client(), &message))
     return;
-  if (!belongs_to_edit(message) && TranslateAcceleratorA(frame.handle(), accelerators, &message))
+  if (!belongs_to_focus(message) && TranslateAcceleratorA(frame.handle(), accelerators, &message))
     return;
   TranslateMessage(&message);
   DispatchMessageA(&message);

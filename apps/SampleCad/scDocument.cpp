@@ -26,12 +26,16 @@ scDocument::scDocument(scFrame& frame, int number) : m_frame(frame), m_number(nu
 
 bool scDocument::create_in(HWND mdi_client) {
   register_class(document_class, 0, nullptr);
-  const RECT client = client_rect(mdi_client);
-  // The first fills the room, each new one stands a little lower and further right.
+  // Scroll bars come and go with the documents; the room without them is what counts.
+  RECT room = {};
+  GetWindowRect(mdi_client, &room);
+  const int width = room.right - room.left - 2 * GetSystemMetrics(SM_CXEDGE);
+  const int height = room.bottom - room.top - 2 * GetSystemMetrics(SM_CYEDGE);
+  // The first nearly fills the room, each new one stands a little lower and further right.
   const int shift = (m_number - 1) % 6 * 26;
-  const int percent = m_number == 1 ? 100 : 80;
-  const RECT at = place(shift, shift, std::max<int>(client.right * percent / 100, 300),
-                        std::max<int>(client.bottom * percent / 100, 240));
+  const int percent = m_number == 1 ? 98 : 80;
+  const RECT at =
+      place(shift, shift, std::max(width * percent / 100, 300), std::max(height * percent / 100, 240));
   if (!create(document_class, "", WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
               WS_EX_MDICHILD, at, mdi_client, 0))
     return false;
@@ -157,6 +161,7 @@ bool scDocument::on_view_command(int id) {
   case IDM_VIEW_FRONT:       camera.look(0, 0); break;
   case IDM_VIEW_RIGHT:       camera.look(90, 0); break;
   case IDM_VIEW_TOP:         camera.look(0, 90); break;
+  case IDM_VIEW_ORIENTATION:  // the button itself, not its menu
   case IDM_VIEW_ISOMETRIC:   camera.look(-45, 35.3); break;
   case IDM_VIEW_ZOOM_IN:     camera.zoom(0.8); break;
   case IDM_VIEW_ZOOM_OUT:    camera.zoom(1.25); break;

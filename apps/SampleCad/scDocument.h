@@ -1,18 +1,12 @@
 // A document: an MDI child window with one model and one view of it.
 #pragma once
 
+#include "apps/SampleCad/scCommandState.h"
 #include "apps/SampleCad/scModel.h"
 #include "apps/SampleCad/scView.h"
 #include "apps/SampleCad/scWindow.h"
 
 class scFrame;
-
-// How a menu item of a command looks now.
-struct scCommandState {
-  bool enabled = true;
-  bool checked = false;
-  bool radio = false;  // the mark is a dot, one of a group
-};
 
 class scDocument : public scWindow {
 public:

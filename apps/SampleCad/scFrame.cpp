@@ -28,7 +28,7 @@ scFrame& main_frame() {
 }
 
 bool scFrame::create_main(const char* path) {
-  register_class(frame_class, 0, nullptr);
+  register_class(frame_class, 0, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
   RECT desktop = {};
   SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0);
   const int width = std::min<int>(1000, desktop.right - desktop.left);
@@ -56,6 +56,7 @@ void scFrame::create_children() {
       CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", "",
                       WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0,
                       0, 0, 0, handle(), nullptr, GetModuleHandleA(nullptr), &clients);
+  m_toolbars.create_in(handle());
   m_status_bar = CreateWindowExA(0, "msctls_statusbar32", "", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
                                  0, handle(), reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_STATUS_BAR)),
                                  GetModuleHandleA(nullptr), nullptr);
@@ -70,6 +71,7 @@ void scFrame::layout() {
     GetWindowRect(m_status_bar, &bar);
     room.bottom -= bar.bottom - bar.top;
   }
+  room.top += m_toolbars.layout(room.right);
   const int rights[status_parts] = {static_cast<int>(room.right) - 260, static_cast<int>(room.right) - 120,
                                     -1};
   SendMessageA(m_status_bar, SB_SETPARTS, status_parts, reinterpret_cast<LPARAM>(rights));
@@ -80,12 +82,13 @@ void scFrame::prompt(const char* text) {
   SendMessageA(m_status_bar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>(text));
 }
 
-void scFrame::update_status() {
+void scFrame::update_looks() {
   CString objects;
   if (m_active)
-    objects.Format("%d objects", static_cast<int>(m_active->model().shapes().size()));
+    objects.Format("Objects: %d", static_cast<int>(m_active->model().shapes().size()));
   SendMessageA(m_status_bar, SB_SETTEXTA, 1, reinterpret_cast<LPARAM>(objects.GetString()));
   SendMessageA(m_status_bar, SB_SETTEXTA, 2, reinterpret_cast<LPARAM>("millimetres"));
+  m_toolbars.update([this](int command) { return command_state(command); });
 }
 
 // ---- messages -----------------------------------------------------------------------------------
@@ -110,6 +113,10 @@ LRESULT scFrame::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
       on_command(LOWORD(wparam));
       return 0;
     }
+    break;
+  case WM_NOTIFY:
+    if (m_toolbars.on_notify(*reinterpret_cast<NMHDR*>(lparam), answer))
+      return answer;
     break;
   case WM_INITMENUPOPUP:
     update_menu(reinterpret_cast<HMENU>(wparam));
@@ -145,18 +152,18 @@ void scFrame::on_document_activated(scDocument* document) {
   } else if (!SendMessageA(m_mdi_client, WM_MDIGETACTIVE, 0, 0)) {
     m_active = nullptr;
   }
-  update_status();
+  update_looks();
 }
 
 void scFrame::on_document_closed(scDocument* document) {
   if (m_active == document)
     m_active = nullptr;
-  update_status();
+  update_looks();
 }
 
 void scFrame::on_model_changed(scDocument* document) {
   if (document == m_active)
-    update_status();
+    update_looks();
 }
 
 void scFrame::close_all_documents() {
@@ -167,14 +174,23 @@ void scFrame::close_all_documents() {
 // ---- commands -----------------------------------------------------------------------------------
 
 void scFrame::on_command(int id) {
-  if (on_window_command(id) || open_dialog(id) || (m_active && m_active->on_command(id)))
+  if (on_window_command(id) || open_dialog(id) || (m_active && m_active->on_command(id))) {
+    update_looks();
     return;
+  }
+  if (m_toolbars.on_command(id)) {
+    layout();
+    return;
+  }
   switch (id) {
   case IDM_FILE_NEW:
     new_document();
     break;
   case IDM_FILE_EXIT:
     PostMessageA(handle(), WM_CLOSE, 0, 0);
+    break;
+  case IDM_VIEW_HOME:
+    go_home();
     break;
   case IDM_VIEW_STATUS_BAR:
     ShowWindow(m_status_bar, IsWindowVisible(m_status_bar) ? SW_HIDE : SW_SHOW);
@@ -183,6 +199,12 @@ void scFrame::on_command(int id) {
   default:
     break;
   }
+}
+
+// A command made of two others, which the frame sends to itself: one gesture of the user, three commands.
+void scFrame::go_home() {
+  for (const int command : {IDM_VIEW_ISOMETRIC, IDM_VIEW_ZOOM_FIT})
+    SendMessageA(handle(), WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
 bool scFrame::on_window_command(int id) {
@@ -209,7 +231,7 @@ bool scFrame::on_window_command(int id) {
 
 scCommandState scFrame::command_state(int id) const {
   scCommandState state;
-  if (m_active && m_active->command_state(id, state))
+  if ((m_active && m_active->command_state(id, state)) || m_toolbars.command_state(id, state))
     return state;
   if (id == IDM_VIEW_STATUS_BAR)
     state.checked = IsWindowVisible(m_status_bar);

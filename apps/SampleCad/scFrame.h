@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/SampleCad/scDocument.h"
+#include "apps/SampleCad/scToolbars.h"
 #include "apps/SampleCad/scWindow.h"
 
 class scFrame : public scWindow {
@@ -34,8 +35,11 @@ private:
   void update_menu(HMENU menu);
   bool on_window_command(int id);
   void close_all_documents();
-  void update_status();
+  // Status bar and toolbars show the active document.
+  void update_looks();
+  void go_home();
 
+  scToolbars m_toolbars;
   HWND m_mdi_client = nullptr;
   HWND m_status_bar = nullptr;
   scDocument* m_active = nullptr;  // deletes itself; null when none is open

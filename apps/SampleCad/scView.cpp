@@ -360,7 +360,7 @@ void scView::draw_texts() {
   CString text;
   text.Format("%s, drag to %s", m_camera.perspective ? "Perspective" : "Parallel", modes[m_settings.mouse]);
   TextOutA(dc, 10, 8, text, text.GetLength());
-  text.Format("%d objects, %d selected", static_cast<int>(m_model.shapes().size()),
+  text.Format("Objects: %d, selected: %d", static_cast<int>(m_model.shapes().size()),
               static_cast<int>(m_selection.size()));
   TextOutA(dc, 10, 24, text, text.GetLength());
   SelectObject(dc, old_font);
