@@ -19,8 +19,8 @@ enum mrDeclarationRes {
   declaredMainWindow = 2,   // the MainWindow form
   declaredByName = 3,       // by the name that the host gives the window, the ByID form
   declaredActiveDocument = 4,
-  declaredActiveDialog = 5,  // or another root that stands for what is active: script assembly goes on
-                             // directly with the top-level window
+  declaredActiveDialog = 5,    // or another root that stands for what is active: script assembly goes on
+                               // directly with the top-level window
   declaredUntitledDialog = 6,  // untitled child dialog without id, identifier "Dialog_"
 };
 

@@ -2,6 +2,7 @@
 // on its GUI thread, while it waits for the upload that brought the window here.
 #include "hooks/mrHostMessages.h"
 #include "model/mrBaseWindow.h"
+#include "model/mrModuleName.h"
 
 #include <windows.h>
 #include <psapi.h>
@@ -47,16 +48,6 @@ void read_module(HWND window, char (&module)[mr_window_text_size]) {
     snprintf(module, mr_window_text_size, "%s%s", file, extension);
   }
   CloseHandle(process);
-}
-
-// "host.exe" and the debug build "hostg.exe" are the same program in the script.
-void cut_module(char (&module)[mr_window_text_size]) {
-  char* const dot = strchr(module, '.');
-  if (!dot || dot == module)
-    return;
-  // Deliberate: the letter before the point goes whenever it is a "g", in names that merely end in one too.
-  const bool debug_letter = dot[-1] == 'G' || dot[-1] == 'g';
-  dot[debug_letter ? -1 : 0] = '\0';
 }
 
 void ask_for_dialog(HWND parent, mrWindowInfo& info) {
@@ -122,7 +113,7 @@ void describe_window(HWND window, HWND parent, mrWindowInfo& info) {
   info.ex_style = GetWindowLongPtrA(window, GWL_EXSTYLE);
   if (parent)
     ask_for_dialog(parent, info);
-  cut_module(info.module);
+  cut_module_name(info.module);
   if (!(info.style & WS_CHILD)) {
     info.flags |= mr_window_not_child;
     info.id = 0;  // for a window with a menu it is the menu's handle
@@ -135,6 +126,15 @@ void describe_window(HWND window, HWND parent, mrWindowInfo& info) {
 }
 
 }  // namespace
+
+void cut_module_name(char* module) {
+  char* const dot = strchr(module, '.');
+  if (!dot || dot == module)
+    return;
+  // Deliberate: the letter before the point goes whenever it is a "g", in names that merely end in one too.
+  const bool debug_letter = dot[-1] == 'G' || dot[-1] == 'g';
+  dot[debug_letter ? -1 : 0] = '\0';
+}
 
 void mrBaseWindow::fill_hierarchy(HWND window) {
   while (window) {
