@@ -41,6 +41,9 @@ void mrRecorder::add_ignore_command(int id) { mrBaseWindowFactory::add_ignore_co
 void mrRecorder::clear_ignore_commands() { mrBaseWindowFactory::clear_ignore_commands(); }
 
 void mrRecorder::copy_data(unsigned __int64 type, void* data) {
+  // The dwData of a foreign upload may have any of its 64 bits set.
+  if (type > last_factory_type)
+    return;
   // Raw mode limits what the host offers, not what is understood here.
   if (mrActionFactory* factory = get_factory(static_cast<int>(type), true))
     factory->copy_data(data);

@@ -70,7 +70,7 @@ public:
   void get_script(CString& script);
 
   // Makes sure that the windows of a path are in the tree and sets call to "  NAME()." with the function of
-  // the deepest declared one. path may be changed: levels above an active dialog's own lose window and text.
+  // the deepest declared one. path may be changed: the level of an active dialog loses its window and text.
   void get_declaration(mrWindowPath& path, CString& call);
 
   // A valid script identifier: letters, digits and underscores of the text, blanks as underscores.
