@@ -122,33 +122,25 @@ void mrWindowFactory::build_mouse(const mrWindowRec& rec) {
   if (!is_mouse_button_message(rec.message))
     return;
   mrBaseWindowActionStruct mouse = mouse_action(actionMouseDown, rec.message, rec.wparam, rec.lparam);
+  if (mouse_gesture(rec.message) == mousePress) {
+    append_mouse_action(rec.window, mouse);
+    return;
+  }
   mrBaseWindow* const last = last_action_on<mrBaseWindow>(rec.window);
   // Deliberate: no time limit. Same window, button and place decide that messages are one click.
   const bool same_place = last && is_same_button_and_place(last->get_action_struct(), mouse);
   const int last_kind = last ? last->get_action_struct().kind : actionNone;
 
-  switch (mouse_gesture(rec.message)) {
-  case mousePress:
+  const bool is_release = mouse_gesture(rec.message) == mouseRelease;
+  // Deliberate: a release that follows no press on the same window is dropped.
+  if (is_release && last_kind != actionMouseDown)
+    return;
+  const bool completes_last = same_place && last_kind == (is_release ? actionMouseDown : actionClick);
+  mouse.kind = !is_release ? actionDoubleClick : completes_last ? actionClick : actionMouseUp;
+  if (completes_last)
+    turn_into(last, mouse);
+  else
     append_mouse_action(rec.window, mouse);
-    break;
-  case mouseRelease:
-    // Deliberate: a release that follows no press on the same window is dropped.
-    if (last_kind != actionMouseDown)
-      break;
-    mouse.kind = same_place ? actionClick : actionMouseUp;
-    if (same_place)
-      turn_into(last, mouse);
-    else
-      append_mouse_action(rec.window, mouse);
-    break;
-  case mouseDoubleClick:
-    mouse.kind = actionDoubleClick;
-    if (same_place && last_kind == actionClick)
-      turn_into(last, mouse);
-    else
-      append_mouse_action(rec.window, mouse);
-    break;
-  }
 }
 
 void mrWindowFactory::turn_into(mrBaseWindow* action, const mrBaseWindowActionStruct& mouse) {
