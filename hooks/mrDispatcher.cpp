@@ -49,10 +49,11 @@ static void forget_windows_that_come_and_go(int kind, LPARAM lparam) {
 }
 
 void dispatch_hook_message(int kind, int code, WPARAM wparam, LPARAM lparam) {
+  // Also while another message is dispatched: a factory's own question can make the host create a window.
+  forget_windows_that_come_and_go(kind, lparam);
   if (dispatching)
     return;
   dispatching = true;
-  forget_windows_that_come_and_go(kind, lparam);
   {
     const mrClassNameScope names;
     offer_to_factories(kind, code, wparam, lparam);
