@@ -31,6 +31,8 @@ mrProgram::mrProgram(const std::string& name, const std::string& arguments) {
   if (!CreateProcessA(nullptr, &command[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                       &m_process))
     throw std::runtime_error("cannot start " + command);
+  // Its windows stand when it waits for input for the first time.
+  WaitForInputIdle(m_process.hProcess, 10000);
   m_frame = wait_for_window("");
   if (!m_frame)
     throw std::runtime_error("no window from " + command);
