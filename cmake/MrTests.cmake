@@ -3,7 +3,8 @@
 # One GoogleTest program, every test of it a CTest test of its own (run by the emulator of a cross build).
 # SHARED_BLOCK: the program writes the shared hook block or installs hooks. The block is common to every process of
 #   the desktop session that loads the library, so such tests never run side by side.
-# DESKTOP: the program uses the session's one mouse, keyboard, focus or foreground window.
+# DESKTOP: the program uses the session's one mouse, keyboard, focus or foreground window. It runs alone: what belongs
+#   to one gesture is told by real time too (a tenth of a second).
 # Both kinds hold one CTest resource: a recording is visible to every hooked program.
 function(mr_add_test name)
   cmake_parse_arguments(arg "SHARED_BLOCK;DESKTOP" "" "SOURCES;LIBRARIES" ${ARGN})
@@ -17,6 +18,9 @@ function(mr_add_test name)
   set(properties TIMEOUT 120)
   if(arg_SHARED_BLOCK OR arg_DESKTOP)
     list(APPEND properties RESOURCE_LOCK desktop)
+  endif()
+  if(arg_DESKTOP)
+    list(APPEND properties RUN_SERIAL TRUE)
   endif()
   gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120
     PROPERTIES ${properties})

@@ -44,7 +44,7 @@ bool mrButtonFactory::handle_message(int kind, int /*code*/, unsigned __int64 /*
   // First, whatever the message is: a watch lives on the traffic that follows the click.
   poll_watched_button();
   if (is_wrapped_window(msg.window)) {
-    on_button_message(msg);
+    on_button_message(kind, msg);
     return true;
   }
   return on_command(kind, msg);
@@ -85,8 +85,10 @@ void mrButtonFactory::end_watch() {
   stop_timer();
 }
 
-void mrButtonFactory::on_button_message(const mrHookedMessage& msg) {
-  if (msg.message == WM_LBUTTONUP) {
+void mrButtonFactory::on_button_message(int kind, const mrHookedMessage& msg) {
+  // The user's letters and arrow keys press and release the mouse button by sent messages (BM_CLICK): the
+  // release that returns is the one that has been uploaded already.
+  if (msg.message == WM_LBUTTONUP && kind != hookCallWndProcRet) {
     record.kind = buttonClick;
     record.window = msg.window;
     send_data(sizeof record, &record);

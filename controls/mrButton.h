@@ -51,7 +51,7 @@ private:
   void end_watch();
   void remember_check_state(HWND button);
 
-  void on_button_message(const mrHookedMessage& msg);
+  void on_button_message(int kind, const mrHookedMessage& msg);
   bool on_command(int kind, const mrHookedMessage& msg);
   void on_clicked(int kind, HWND button);
 

@@ -127,9 +127,18 @@ TEST_F(ButtonRecognition, RadioButtonChosenWithTheKeyboardIsAClick) {
   }
 }
 
-// No restriction on the hook: the message number decides.
-TEST_F(ButtonRecognition, ReleaseThatTheProgramSendsIsAClick) {
-  play({{hookCallWndProc, button, WM_LBUTTONUP, 0, at(5, 5), claimed, click_of(button)}});
+// BM_CLICK, by which a dialog answers a letter or an arrow key, sends the press and the release.
+TEST_F(ButtonRecognition, ReleaseThatIsSentIsUploadedOnce) {
+  play({
+      {hookCallWndProc, button, BM_CLICK, 0, 0, claimed, none},
+      {hookCallWndProc, button, WM_LBUTTONDOWN, MK_LBUTTON, 0, claimed, none},
+      {hookCallWndProcRet, button, WM_LBUTTONDOWN, MK_LBUTTON, 0, claimed, none},
+      {hookCallWndProc, button, WM_LBUTTONUP, 0, 0, claimed, click_of(button)},
+      clicked(hookCallWndProc, button, claimed, none),
+      clicked(hookCallWndProcRet, button, claimed, none),
+      {hookCallWndProcRet, button, WM_LBUTTONUP, 0, 0, claimed, none},
+      {hookCallWndProcRet, button, BM_CLICK, 0, 0, claimed, none},
+  });
 }
 
 TEST_F(ButtonRecognition, HiddenOrDisabledButtonsNotificationIsRecorded) {
