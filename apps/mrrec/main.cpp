@@ -19,11 +19,7 @@ static int run(const mrArguments& arguments) {
   case commandStop:
     return stop();
   case commandLog:
-#ifdef MR_ROUTE_LOGGER
     return log_messages(arguments);
-#else
-    break;  // refused with the arguments
-#endif
   case commandVersion:
     printf("mrrec %s\n", MR_VERSION);
     break;
