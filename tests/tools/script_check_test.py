@@ -6,7 +6,7 @@ import unittest
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from mrdrive.recording import compare, statements
+from mrdrive.script import Repeatable, compare, statements, undeclared
 
 SCRIPT = """<job>\r
 function main()\r
@@ -46,6 +46,17 @@ class ScriptCheck(unittest.TestCase):
 
     def test_a_pattern_stands_for_a_whole_statement(self):
         self.assertEqual(["missing: a", "not asked for: ab"], compare(["ab"], ["a"]))
+
+    def test_a_repeatable_statement_may_stand_there_several_times_in_a_row(self):
+        self.assertEqual([], compare(["a(1);", "a(1);", "b"], [Repeatable(r"a\(\d\);"), "b"]))
+        self.assertEqual(["not asked for: a(1);"], compare(["a(1);", "b", "a(1);"], [Repeatable(r"a\(\d\);"), "b"]))
+        self.assertEqual(["not asked for: a(2);"], compare(["a(1);", "a(2);"], [Repeatable(r"a\(\d\);")]))
+        self.assertEqual(["missing: a"], compare(["b"], [Repeatable("a"), "b"]))
+
+    def test_a_window_function_that_is_called_must_be_declared_once(self):
+        self.assertEqual([], undeclared(SCRIPT))
+        self.assertEqual(["Main_host"], undeclared(SCRIPT.replace("function Main_host", "function Other")))
+        self.assertEqual(["Main_host"], undeclared(SCRIPT + "\r\nfunction Main_host()\r\n"))
 
 
 if __name__ == "__main__":

@@ -103,8 +103,18 @@ def windows_path(path):
     return "Z:" + str(pathlib.Path(path).resolve()).replace("/", "\\")
 
 
-def screenshot(display, path):
-    subprocess.run(["import", "-display", display, "-window", "root", str(path)], check=True)
+def screenshot(display, rect, path):
+    """A picture of a part of the screen, taken when it no longer changes: painting lags behind input."""
+    left, top, right, bottom = rect
+    part = ["-display", display, "-window", "root", "-crop", f"{right - left}x{bottom - top}+{left}+{top}", "+repage"]
+    last = []
+
+    def is_still():
+        last.append(subprocess.run(["import", *part, "rgb:-"], check=True, stdout=subprocess.PIPE).stdout)
+        return last[-2:-1] == last[-1:]
+
+    wait_until(is_still, "the screen to stand still", 10)
+    subprocess.run(["import", *part, str(path)], check=True)
 
 
 def has_display(display):

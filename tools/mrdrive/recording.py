@@ -1,4 +1,4 @@
-"""mrrec as a driver sees it, and the script that it writes."""
+"""mrrec as a driver sees it."""
 
 import pathlib
 import re
@@ -23,16 +23,17 @@ class Recording:
         return self._log.read_bytes().decode("cp1252").replace("\r\n", "\n")
 
     def wait_for_line(self, pattern, after=0):
-        """Waits for output that holds the pattern beyond position `after`; returns the position behind it."""
+        """Waits for output that holds the pattern beyond position `after`; returns it and the position behind."""
         def look():
             found = re.compile(pattern).search(self.text(), after)
             if not found and self._process.poll() is not None:
                 raise RuntimeError(f"mrrec ended with status {self._process.returncode}:\n{self.text()}")
             return found
         try:
-            return wait_until(look, f"mrrec to print {pattern}").end()
+            found = wait_until(look, f"mrrec to print {pattern}")
         except TimedOut as error:
             raise TimedOut(f"{error}; it printed:\n{self.text()}") from None
+        return found[0], found.end()
 
     def position(self):
         """Where the output ends now, for wait_for_line."""
@@ -48,28 +49,3 @@ class Recording:
         self._output.close()
         return status
 
-
-def statements(script_text):
-    """The statements between the script's own marks, without their indentation."""
-    body = re.search(r"// Script begin\r?\n(.*?)  // Script end", script_text, re.S)
-    if not body:
-        raise ValueError("this is no recorded script")
-    return [line.strip() for line in body[1].splitlines() if line.strip()]
-
-
-def compare(recorded, expected):
-    """Compares statements with patterns, in order and as a whole. Returns what is wrong, one text per finding.
-
-    A pattern stands for one statement. A statement that no pattern asks for is a finding too: the recorder has
-    recorded something that nobody did.
-    """
-    findings = []
-    position = 0
-    for pattern in expected:
-        found = next((i for i in range(position, len(recorded)) if re.fullmatch(pattern, recorded[i])), None)
-        if found is None:
-            findings.append(f"missing: {pattern}")
-            continue
-        findings += [f"not asked for: {line}" for line in recorded[position:found]]
-        position = found + 1
-    return findings + [f"not asked for: {line}" for line in recorded[position:]]
