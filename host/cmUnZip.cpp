@@ -3,14 +3,56 @@
 
 #include <minizip/unzip.h>
 
+#include <algorithm>
+#include <fstream>
 #include <string>
 
 static_assert(cm_end_of_list == UNZ_END_OF_LIST_OF_FILE, "the zip library's own code");
+
+namespace {
+
+// The record that ends an archive, and says where its table of contents is.
+constexpr char end_signature[] = "PK\x05\x06";
+constexpr size_t end_size = 22;         // bytes, without the comment behind it
+constexpr size_t end_entry_count = 10;  // offset of the number of entries
+constexpr std::streamoff search_size =
+    0xFFFF;  // bytes at the file's end in which the zip library looks for it
+
+enum Ending { endMissing, endOfEmptyArchive, endThere };
+
+// The zip library takes what a truncated record lacks for zeros, and does not find one at the beginning of
+// the file, where that of an archive without entries is.
+Ending find_end(const char* path) {
+  std::ifstream file(path, std::ios::binary | std::ios::ate);
+  if (!file)
+    return endMissing;
+  const std::streamoff size = file.tellg();
+  std::string tail(static_cast<size_t>(std::clamp<std::streamoff>(size, 0, search_size)), '\0');
+  file.seekg(size - static_cast<std::streamoff>(tail.size()));
+  if (!file.read(&tail[0], static_cast<std::streamsize>(tail.size())))
+    return endMissing;
+  const size_t end = tail.rfind(end_signature);
+  if (end == std::string::npos || tail.size() - end < end_size)
+    return endMissing;
+  const bool no_entries = tail[end + end_entry_count] == 0 && tail[end + end_entry_count + 1] == 0;
+  return no_entries && end == 0 ? endOfEmptyArchive : endThere;
+}
+
+}  // namespace
 
 cmUnZip::~cmUnZip() { close(); }
 
 int cmUnZip::open(const char* path) {
   close();
+  switch (find_end(path)) {
+  case endMissing:
+    return UNZ_BADZIPFILE;
+  case endOfEmptyArchive:
+    m_empty = true;
+    return UNZ_OK;
+  case endThere:
+    break;
+  }
   m_zip = unzOpen64(path);
   return m_zip ? UNZ_OK : UNZ_ERRNO;
 }
@@ -19,12 +61,14 @@ void cmUnZip::close() {
   if (m_zip)
     unzClose(m_zip);
   m_zip = nullptr;
+  m_empty = false;
 }
 
 int cmUnZip::goto_first_file() {
-  // The zip library takes an archive without entries for a damaged one.
+  // With something before it, the zip library opens an archive without entries, and then takes it for
+  // damaged.
   unz_global_info64 info;
-  if (unzGetGlobalInfo64(m_zip, &info) == UNZ_OK && info.number_entry == 0)
+  if (m_empty || (unzGetGlobalInfo64(m_zip, &info) == UNZ_OK && info.number_entry == 0))
     return cm_end_of_list;
   return unzGoToFirstFile(m_zip);
 }

@@ -42,4 +42,5 @@ public:
 
 private:
   void* m_zip = nullptr;  // the zip library's handle; null when no archive is open
+  bool m_empty = false;   // an archive without entries is open, and there is no handle
 };
