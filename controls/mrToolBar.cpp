@@ -18,7 +18,7 @@ mrToolBarFactory::mrToolBarFactory() : mrBaseWindowFactory("ToolBar", "") { set_
 
 mrFactoryType mrToolBarFactory::get_factory_type() { return factoryToolBar; }
 
-// ---- builder: recorder process --------------------------------------------------------------------
+// ---- builder: recorder process -------------------------------------------------------------------
 
 namespace {
 
@@ -123,7 +123,7 @@ void mrToolBar::add_root_info(const char* class_name) {
   strcpy(info->class_name, class_name);
 }
 
-// ---- declaration: recorder process ----------------------------------------------------------------
+// ---- declaration: recorder process ---------------------------------------------------------------
 
 namespace {
 

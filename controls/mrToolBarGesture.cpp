@@ -76,7 +76,7 @@ HWND active_top_level(HWND popup) {
 
 }  // namespace
 
-// ---- state ------------------------------------------------------------------------------------------
+// ---- state ---------------------------------------------------------------------------------------
 
 void mrToolBarFactory::on_start_record() { reset(); }
 
@@ -107,7 +107,7 @@ bool mrToolBarFactory::is_tracking_popup() const {
   return m_stack.size() >= (m_header.state == mrTrackContextMenu ? 1 : 2);
 }
 
-// ---- stack ------------------------------------------------------------------------------------------
+// ---- stack ---------------------------------------------------------------------------------------
 
 bool mrToolBarFactory::is_in_stack(HWND window) const {
   for (const mrToolbarRec& level : m_stack) {
@@ -159,7 +159,7 @@ void mrToolBarFactory::hit_test_top() {
 
 void mrToolBarFactory::dump_state(const std::vector<mrToolbarRec>& /*levels*/) {}
 
-// ---- snapshot and upload ------------------------------------------------------------------------------
+// ---- snapshot and upload -------------------------------------------------------------------------
 
 void mrToolBarFactory::make_snapshot() {
   for (mrToolbarRec& level : m_stack) {
@@ -182,7 +182,7 @@ void mrToolBarFactory::command_invoked() {
   m_header.state = mrTrackNone;
 }
 
-// ---- a gesture is being followed ------------------------------------------------------------------------
+// ---- a gesture is being followed -----------------------------------------------------------------
 
 mrToolBarFactory::mrVerdict mrToolBarFactory::follow_gesture(const mrHookedMessage& msg) {
   if (is_timeout()) {
@@ -261,7 +261,7 @@ bool mrToolBarFactory::on_menu_select(const mrHookedMessage& msg) {
   return true;
 }
 
-// ---- a message of a window in the stack -----------------------------------------------------------------
+// ---- a message of a window in the stack ----------------------------------------------------------
 
 void mrToolBarFactory::on_stack_message(const mrHookedMessage& msg) {
   const CPoint point(msg.lparam);
@@ -319,7 +319,7 @@ void mrToolBarFactory::on_item_chosen(const mrToolbarRec& level) {
   make_snapshot();
 }
 
-// ---- a gesture may begin --------------------------------------------------------------------------------
+// ---- a gesture may begin -------------------------------------------------------------------------
 
 bool mrToolBarFactory::begin_gesture(const mrHookedMessage& msg) {
   return begin_toolbar_click(msg) || begin_toolbar_focus(msg) || begin_main_menu(msg) ||
@@ -389,7 +389,7 @@ bool mrToolBarFactory::begin_keyboard_context_menu(const mrHookedMessage& msg) {
   return true;
 }
 
-// ---- all of it --------------------------------------------------------------------------------------------
+// ---- all of it -----------------------------------------------------------------------------------
 
 bool mrToolBarFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, LPARAM lparam) {
   mrHookedMessage msg;

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <utility>
 
-// ---- window classes -------------------------------------------------------------------------------
+// ---- window classes ------------------------------------------------------------------------------
 
 bool has_class_prefix(const char* class_name, const char* prefix) {
   return strncmp(class_name, prefix, strlen(prefix)) == 0;
@@ -31,7 +31,7 @@ bool is_toolbar_class(const char* class_name) {
 
 bool is_popup_menu_class(const char* class_name) { return strcmp(class_name, "#32768") == 0; }
 
-// ---- a level --------------------------------------------------------------------------------------
+// ---- a level -------------------------------------------------------------------------------------
 
 HMENU unknown_menu() { return reinterpret_cast<HMENU>(static_cast<INT_PTR>(-1)); }
 
@@ -46,7 +46,7 @@ mrToolbarRec init_record(HWND window, HMENU menu) {
   return level;
 }
 
-// ---- the item at a position -------------------------------------------------------------------------
+// ---- the item at a position ----------------------------------------------------------------------
 
 namespace {
 
@@ -106,7 +106,7 @@ bool fill_item(mrToolbarRec& level, int index) {
   return level.hmenu ? fill_menu_item(level, index) : fill_button(level, index);
 }
 
-// ---- the button under the mouse -----------------------------------------------------------------------
+// ---- the button under the mouse ------------------------------------------------------------------
 
 namespace {
 
@@ -151,7 +151,7 @@ bool hit_test_button(mrToolbarRec& level, const CPoint& point) {
   return true;
 }
 
-// ---- the item that a menu highlights ------------------------------------------------------------------
+// ---- the item that a menu highlights -------------------------------------------------------------
 
 namespace {
 

@@ -63,6 +63,10 @@ protected:
   }
 
   void play(const std::vector<mrTapeStep>& tape) { play_tape(factory, uploads, tape); }
+  void play(std::vector<mrTapeStep> beginning, const std::vector<mrTapeStep>& rest) {
+    beginning.insert(beginning.end(), rest.begin(), rest.end());
+    play(beginning);
+  }
 
   // What the factory would upload now: state, start and snapshot.
   mrTapeUploads shipped() {
@@ -107,13 +111,7 @@ protected:
   }
 };
 
-static std::vector<mrTapeStep> operator+(std::vector<mrTapeStep> first,
-                                         const std::vector<mrTapeStep>& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
-
-// ---- what is looked at ------------------------------------------------------------------------------
+// ---- what is looked at ---------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, ReturningMessagesAndNotificationsAreLeft) {
   play({
@@ -136,14 +134,14 @@ TEST_F(ToolbarGesture, StartOfARecordingEndsAGesture) {
 
 // The run-command stack is emptied by the generic window recorder, whose start it is as well.
 TEST_F(ToolbarGesture, StartOfARecordingLeavesTheRunCommandsAlone) {
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(frame, WM_COMMAND, 102, as_lparam(toolbar), claimed,
-                                                      gesture(mrTrackToolbarClick, toolbar, on_grid().x,
-                                                              on_grid().y, {toolbar_on_grid()}))});
+  play(press_on_grid(),
+       {sent(frame, WM_COMMAND, 102, as_lparam(toolbar), claimed,
+             gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}))});
   factory.on_start_record();
   EXPECT_EQ(1u, RunCommands::stack().size());
 }
 
-// ---- whole gestures -----------------------------------------------------------------------------------
+// ---- whole gestures ------------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, ToolbarButtonIsUploadedWithItsCommand) {
   play({
@@ -159,8 +157,8 @@ TEST_F(ToolbarGesture, ToolbarButtonIsUploadedWithItsCommand) {
 }
 
 TEST_F(ToolbarGesture, MenuBarCommandIsUploadedWithEveryMenuOnTheWay) {
-  play(open_file_menu() +
-       std::vector<mrTapeStep>{
+  play(open_file_menu(),
+       {
            sent(frame, WM_MENUSELECT, highlight_submenu(2), as_lparam(file), claimed),
            sent(formats_popup, WM_CREATE, 0, 0, claimed),
            sent(formats_popup, WM_SIZE, 0, 0, claimed),
@@ -190,8 +188,8 @@ TEST_F(ToolbarGesture, MenuBarItemWithoutAPopupIsUploaded) {
 }
 
 TEST_F(ToolbarGesture, ContextMenuCommandIsUploadedWithTheWindowAndPlaceItIsFor) {
-  play(open_context_menu() +
-       std::vector<mrTapeStep>{
+  play(open_context_menu(),
+       {
            sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
            posted(file_popup, WM_LBUTTONDOWN, 0, at(300, 300), claimed),
            posted(file_popup, WM_LBUTTONUP, 0, at(300, 300), claimed),
@@ -200,29 +198,29 @@ TEST_F(ToolbarGesture, ContextMenuCommandIsUploadedWithTheWindowAndPlaceItIsFor)
        });
 }
 
-// ---- the time runs out ----------------------------------------------------------------------------------
+// ---- the time runs out ---------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, GestureEndsAfterMoreThanItsTime) {
-  play(press_on_grid() + std::vector<mrTapeStep>{
-                             tick(1000),
-                             posted(toolbar, WM_MOUSEMOVE, 0, at(on_grid()), claimed),
-                             act("still followed", [this] { EXPECT_TRUE(factory.is_tracking()); }),
-                             tick(1),
-                             posted(toolbar, WM_MOUSEMOVE, 0, at(on_grid()), left),
-                             act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
-                             sent(frame, WM_COMMAND, 102, as_lparam(toolbar), left),
-                         });
+  play(press_on_grid(), {
+                            tick(1000),
+                            posted(toolbar, WM_MOUSEMOVE, 0, at(on_grid()), claimed),
+                            act("still followed", [this] { EXPECT_TRUE(factory.is_tracking()); }),
+                            tick(1),
+                            posted(toolbar, WM_MOUSEMOVE, 0, at(on_grid()), left),
+                            act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
+                            sent(frame, WM_COMMAND, 102, as_lparam(toolbar), left),
+                        });
 }
 
 // Deliberate: the message that finds the time run out is nobody's, also where it would begin a gesture.
 TEST_F(ToolbarGesture, MessageThatEndsAGestureBeginsNone) {
-  play(press_on_grid() + std::vector<mrTapeStep>{
-                             tick(1001),
-                             posted(toolbar, WM_LBUTTONDOWN, MK_LBUTTON, at(on_grid()), left),
-                             act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
-                             posted(toolbar, WM_LBUTTONDOWN, MK_LBUTTON, at(on_grid()), claimed),
-                             act("the next one", [this] { EXPECT_TRUE(factory.is_tracking()); }),
-                         });
+  play(press_on_grid(), {
+                            tick(1001),
+                            posted(toolbar, WM_LBUTTONDOWN, MK_LBUTTON, at(on_grid()), left),
+                            act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
+                            posted(toolbar, WM_LBUTTONDOWN, MK_LBUTTON, at(on_grid()), claimed),
+                            act("the next one", [this] { EXPECT_TRUE(factory.is_tracking()); }),
+                        });
 }
 
 TEST_F(ToolbarGesture, TimeIsCountedAcrossTheWrapOfTheTicks) {
@@ -237,18 +235,18 @@ TEST_F(ToolbarGesture, TimeIsCountedAcrossTheWrapOfTheTicks) {
 }
 
 TEST_F(ToolbarGesture, PendingCommandIsUploadedWhenTheTimeRunsOut) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                              posted(file_popup, button_up_in_popup, 0, 0, claimed),
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              tick(1001),
-                              sent(view, WM_NULL, 0, 0, left,
-                                   gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()})),
-                              act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
-                          });
+  play(open_file_menu(), {
+                             sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                             posted(file_popup, button_up_in_popup, 0, 0, claimed),
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             tick(1001),
+                             sent(view, WM_NULL, 0, 0, left,
+                                  gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()})),
+                             act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
+                         });
 }
 
-// ---- focus and menu loop end ------------------------------------------------------------------------------
+// ---- focus and menu loop end ---------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, KeyboardFocusThatLeavesTheToolbarStartsTheTime) {
   play({
@@ -289,11 +287,11 @@ TEST_F(ToolbarGesture, EndOfTheLoopWithoutAFirstLevelIsNoneOfIt) {
   });
 }
 
-// ---- the command ------------------------------------------------------------------------------------------
+// ---- the command ---------------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, AnotherCommandIsLeftAndEndsNothing) {
-  play(press_on_grid() +
-       std::vector<mrTapeStep>{
+  play(press_on_grid(),
+       {
            sent(frame, WM_COMMAND, 101, 0, left),
            sent(frame, WM_COMMAND, MAKEWPARAM(102, 1), 0, left),  // an accelerator's
            sent(frame, WM_COMMAND, 102, as_lparam(toolbar), claimed,
@@ -304,10 +302,9 @@ TEST_F(ToolbarGesture, AnotherCommandIsLeftAndEndsNothing) {
 
 // Compared in 32 bits; what the wParam holds above them does not count.
 TEST_F(ToolbarGesture, CommandIsComparedInItsLow32Bits) {
-  play(press_on_grid() +
-       std::vector<mrTapeStep>{
-           sent(frame, WM_COMMAND, 0x100000000 + 102, as_lparam(toolbar), claimed,
-                gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}))});
+  play(press_on_grid(),
+       {sent(frame, WM_COMMAND, 0x100000000 + 102, as_lparam(toolbar), claimed,
+             gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}))});
 }
 
 TEST_F(ToolbarGesture, CommandBeforeAnyItemIsKnownIsLeft) {
@@ -321,7 +318,7 @@ TEST_F(ToolbarGesture, CommandBeforeAnyItemIsKnownIsLeft) {
 
 TEST_F(ToolbarGesture, IgnoredCommandEndsTheGestureWithoutAnUpload) {
   factory.add_ignore_command(102);
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(frame, WM_COMMAND, 102, as_lparam(toolbar), claimed)});
+  play(press_on_grid(), {sent(frame, WM_COMMAND, 102, as_lparam(toolbar), claimed)});
   EXPECT_FALSE(factory.is_tracking());
   EXPECT_EQ(1u, RunCommands::stack().size());
 }
@@ -332,12 +329,12 @@ TEST_F(ToolbarGesture, CommandOfAGestureIsRunningForTheWindowRecorder) {
   mrWindowFactory window_factory;
   for (const int kind : {hookGetMessage, hookCallWndProc}) {
     RunCommands::clear();
-    play(open_context_menu() + std::vector<mrTapeStep>{
-                                   sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                                   sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                                   {kind, view, WM_COMMAND, 11, 0, claimed,
-                                    gesture(mrTrackContextMenu, view, 7, 9, {file_on_new()})},
-                               });
+    play(open_context_menu(), {
+                                  sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                                  sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                                  {kind, view, WM_COMMAND, 11, 0, claimed,
+                                   gesture(mrTrackContextMenu, view, 7, 9, {file_on_new()})},
+                              });
     ASSERT_EQ(1u, RunCommands::stack().size());
     EXPECT_EQ(view.get(), RunCommands::stack().back().window);
     EXPECT_EQ(11, RunCommands::stack().back().command);
@@ -350,13 +347,13 @@ TEST_F(ToolbarGesture, CommandOfAGestureIsRunningForTheWindowRecorder) {
   }
 }
 
-// ---- popups and drop-down toolbars open -------------------------------------------------------------------
+// ---- popups and drop-down toolbars open ----------------------------------------------------------
 
 TEST_F(ToolbarGesture, PopupMenuIsALevelWhoseMenuIsNotKnownYet) {
-  play(press_on_grid() + std::vector<mrTapeStep>{
-                             sent(file_popup, WM_CREATE, 0, 0, claimed),
-                             act("the time stands still", [this] { EXPECT_FALSE(factory.is_timer_set()); }),
-                         });
+  play(press_on_grid(), {
+                            sent(file_popup, WM_CREATE, 0, 0, claimed),
+                            act("the time stands still", [this] { EXPECT_FALSE(factory.is_timer_set()); }),
+                        });
   ASSERT_NE(nullptr, factory.get_window_by_hwnd(file_popup));
   EXPECT_EQ(unknown_menu(), factory.get_window_by_hwnd(file_popup)->hmenu);
   EXPECT_TRUE(factory.is_tracking_popup());
@@ -388,14 +385,14 @@ TEST_F(ToolbarGesture, DropDownToolbarIsALevelAboveTheButtonUnderTheMouse) {
 }
 
 TEST_F(ToolbarGesture, OtherWindowsThatOpenGoOn) {
-  play(press_on_grid() + std::vector<mrTapeStep>{
-                             sent(view, WM_CREATE, 0, 0, left),
-                             act("the time runs on", [this] { EXPECT_TRUE(factory.is_timer_set()); }),
-                         });
+  play(press_on_grid(), {
+                            sent(view, WM_CREATE, 0, 0, left),
+                            act("the time runs on", [this] { EXPECT_TRUE(factory.is_timer_set()); }),
+                        });
   EXPECT_FALSE(factory.is_in_stack(view));
 }
 
-// ---- the highlight of a menu ------------------------------------------------------------------------------
+// ---- the highlight of a menu ---------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, HighlightedItemIsTheCurrentOneOfItsMenu) {
   play(open_file_menu());
@@ -407,8 +404,7 @@ TEST_F(ToolbarGesture, HighlightedItemIsTheCurrentOneOfItsMenu) {
 }
 
 TEST_F(ToolbarGesture, ClosedMenuIsClaimedAndChangesNothing) {
-  play(open_file_menu() +
-       std::vector<mrTapeStep>{sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed)});
+  play(open_file_menu(), {sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed)});
   const mrTapeUploads before = shipped();
   play({sent(view, WM_MENUSELECT, menu_is_closed, as_lparam(file), claimed)});
   EXPECT_EQ(before, shipped());
@@ -416,31 +412,30 @@ TEST_F(ToolbarGesture, ClosedMenuIsClaimedAndChangesNothing) {
 }
 
 TEST_F(ToolbarGesture, HighlightOfAnUnknownMenuGoesOn) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(view, WM_MENUSELECT, highlight(131), as_lparam(formats), left),
-                              sent(frame, WM_MENUSELECT, highlight(131), as_lparam(formats), claimed),
-                              sent(view, WM_MENUSELECT, menu_is_closed, 0, left),
-                          });
+  play(open_file_menu(), {
+                             sent(view, WM_MENUSELECT, highlight(131), as_lparam(formats), left),
+                             sent(frame, WM_MENUSELECT, highlight(131), as_lparam(formats), claimed),
+                             sent(view, WM_MENUSELECT, menu_is_closed, 0, left),
+                         });
   EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file()}), shipped());
 }
 
 // A toolbar's level has no menu, and so has the message that ends a menu.
 TEST_F(ToolbarGesture, EndOfAMenuIsClaimedWhileAToolbarIsOpen) {
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(view, WM_MENUSELECT, menu_is_closed, 0, claimed)});
+  play(press_on_grid(), {sent(view, WM_MENUSELECT, menu_is_closed, 0, claimed)});
 }
 
 // A separator cannot be chosen: the item before it stays.
 TEST_F(ToolbarGesture, HighlightedSeparatorLeavesTheCurrentItem) {
   file.separator();
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                              sent(frame, WM_MENUSELECT, highlight_submenu(3), as_lparam(file), claimed),
-                          });
+  play(open_file_menu(), {
+                             sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                             sent(frame, WM_MENUSELECT, highlight_submenu(3), as_lparam(file), claimed),
+                         });
   EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()}), shipped());
 }
 
-// ---- windows of the stack
-// -----------------------------------------------------------------------------------
+// ---- windows of the stack ------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, ClosedWindowIsTakenOffWithWhatItOpened) {
   struct Close {
@@ -451,10 +446,10 @@ TEST_F(ToolbarGesture, ClosedWindowIsTakenOffWithWhatItOpened) {
   for (const Close& c : {Close{WM_DESTROY, 0, true}, Close{WM_CLOSE, 0, true},
                          Close{WM_SHOWWINDOW, FALSE, true}, Close{WM_SHOWWINDOW, TRUE, false}}) {
     factory.reset();
-    play(open_file_menu() + std::vector<mrTapeStep>{
-                                sent(formats_popup, WM_CREATE, 0, 0, claimed),
-                                sent(file_popup, c.message, c.wparam, 0, claimed),
-                            });
+    play(open_file_menu(), {
+                               sent(formats_popup, WM_CREATE, 0, 0, claimed),
+                               sent(file_popup, c.message, c.wparam, 0, claimed),
+                           });
     EXPECT_EQ(c.closes, !factory.is_in_stack(file_popup)) << c.message;
     EXPECT_EQ(c.closes, !factory.is_in_stack(formats_popup)) << c.message;
     EXPECT_EQ(c.closes, factory.is_timer_set()) << c.message;
@@ -463,10 +458,10 @@ TEST_F(ToolbarGesture, ClosedWindowIsTakenOffWithWhatItOpened) {
 }
 
 TEST_F(ToolbarGesture, TimeStandsStillWhileAnotherPopupIsOpen) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(formats_popup, WM_CREATE, 0, 0, claimed),
-                              sent(formats_popup, WM_DESTROY, 0, 0, claimed),
-                          });
+  play(open_file_menu(), {
+                             sent(formats_popup, WM_CREATE, 0, 0, claimed),
+                             sent(formats_popup, WM_DESTROY, 0, 0, claimed),
+                         });
   EXPECT_FALSE(factory.is_timer_set());
   EXPECT_TRUE(factory.is_tracking_popup());
 }
@@ -482,21 +477,21 @@ TEST_F(ToolbarGesture, ContextMenuHasNoLevelBelowItsFirstPopup) {
 
 // The next popup of the menu bar comes within the time and stops it.
 TEST_F(ToolbarGesture, NextPopupOfTheMenuBarStopsTheTime) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              act("the time runs", [this] { EXPECT_TRUE(factory.is_timer_set()); }),
-                              sent(formats_popup, WM_CREATE, 0, 0, claimed),
-                              act("it stands", [this] { EXPECT_FALSE(factory.is_timer_set()); }),
-                          });
+  play(open_file_menu(), {
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             act("the time runs", [this] { EXPECT_TRUE(factory.is_timer_set()); }),
+                             sent(formats_popup, WM_CREATE, 0, 0, claimed),
+                             act("it stands", [this] { EXPECT_FALSE(factory.is_timer_set()); }),
+                         });
 }
 
 // A popup is moved to its place after its creation; one that is used again is another popup.
 TEST_F(ToolbarGesture, MovedPopupIsALevelAnew) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                              sent(formats_popup, WM_CREATE, 0, 0, claimed),
-                              sent(file_popup, WM_MOVE, 0, 0, claimed),
-                          });
+  play(open_file_menu(), {
+                             sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                             sent(formats_popup, WM_CREATE, 0, 0, claimed),
+                             sent(file_popup, WM_MOVE, 0, 0, claimed),
+                         });
   EXPECT_FALSE(factory.is_in_stack(formats_popup));
   ASSERT_TRUE(factory.is_in_stack(file_popup));
   EXPECT_EQ(file_level(), *factory.get_window_by_hwnd(file_popup)) << "its menu is asked for at once";
@@ -515,7 +510,7 @@ TEST_F(ToolbarGesture, MovedDropDownBelongsToTheButtonUnderTheMouse) {
 }
 
 TEST_F(ToolbarGesture, FirstWindowMayMove) {
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(toolbar, WM_MOVE, 0, 0, claimed)});
+  play(press_on_grid(), {sent(toolbar, WM_MOVE, 0, 0, claimed)});
   EXPECT_EQ(toolbar_on_grid(), *factory.get_window_by_hwnd(toolbar));
 }
 
@@ -576,7 +571,7 @@ TEST_F(ToolbarGesture, FocusAfterAClickMakesItAGestureOfTheKeyboard) {
 }
 
 TEST_F(ToolbarGesture, FocusOfAnotherToolbarMakesNoGestureOfTheKeyboard) {
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(toolbar, WM_SETFOCUS, 0, 0, claimed)});
+  play(press_on_grid(), {sent(toolbar, WM_SETFOCUS, 0, 0, claimed)});
   EXPECT_EQ(gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}), shipped());
 
   const LookAlikeToolbar drop_down("BCGPToolBar:2", nullptr, {});
@@ -593,19 +588,18 @@ TEST_F(ToolbarGesture, FocusOfAnotherToolbarMakesNoGestureOfTheKeyboard) {
 }
 
 TEST_F(ToolbarGesture, OtherMessagesOfTheStackAreClaimed) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(frame, WM_PAINT, 0, 0, claimed),
-                              sent(frame, WM_INITMENUPOPUP, 0, 0, claimed),
-                              sent(file_popup, WM_PAINT, 0, 0, claimed),
-                              posted(frame, WM_RBUTTONDOWN, 0, at(1, 1), claimed),
-                              posted(frame, WM_SYSCOMMAND, SC_CLOSE, 0, claimed),
-                          });
+  play(open_file_menu(), {
+                             sent(frame, WM_PAINT, 0, 0, claimed),
+                             sent(frame, WM_INITMENUPOPUP, 0, 0, claimed),
+                             sent(file_popup, WM_PAINT, 0, 0, claimed),
+                             posted(frame, WM_RBUTTONDOWN, 0, at(1, 1), claimed),
+                             posted(frame, WM_SYSCOMMAND, SC_CLOSE, 0, claimed),
+                         });
 }
 
-// ---- messages of a popup menu's window
-// ------------------------------------------------------------------------ The system this is tested on sends
-// the keys of a menu to the window with the focus, and no MN_BUTTONUP at all; these are the sequences as
-// Windows has them.
+// ---- messages of a popup menu's window -------------------------------------------------------------
+// The system this is tested on sends the keys of a menu to the window with the focus, and no MN_BUTTONUP at
+// all; these are the sequences as Windows has them.
 
 TEST_F(ToolbarGesture, PopupIsAskedForItsMenuUntilItKnows) {
   const PopupWindow blank(nullptr);
@@ -639,50 +633,50 @@ TEST_F(ToolbarGesture, ItemChosenWithMouseOrKeyboardIsPending) {
                           Choice{WM_LBUTTONUP, 0, false}, Choice{WM_KEYUP, VK_RETURN, false}}) {
     factory.reset();
     const mrTapeUploads expected = gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()});
-    play(open_file_menu() + std::vector<mrTapeStep>{
-                                sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                                posted(file_popup, c.message, c.wparam, 0, claimed),
-                                sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                                tick(1001),
-                                sent(view, WM_NULL, 0, 0, left, c.chooses ? expected : none),
-                            });
+    play(open_file_menu(), {
+                               sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                               posted(file_popup, c.message, c.wparam, 0, claimed),
+                               sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                               tick(1001),
+                               sent(view, WM_NULL, 0, 0, left, c.chooses ? expected : none),
+                           });
   }
 }
 
 TEST_F(ToolbarGesture, SubmenuIsOpenedAndNotPending) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(frame, WM_MENUSELECT, highlight_submenu(2), as_lparam(file), claimed),
-                              posted(file_popup, button_up_in_popup, 0, 0, claimed),
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              tick(1001),
-                              sent(view, WM_NULL, 0, 0, left),
-                          });
+  play(open_file_menu(), {
+                             sent(frame, WM_MENUSELECT, highlight_submenu(2), as_lparam(file), claimed),
+                             posted(file_popup, button_up_in_popup, 0, 0, claimed),
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             tick(1001),
+                             sent(view, WM_NULL, 0, 0, left),
+                         });
 }
 
 TEST_F(ToolbarGesture, NothingIsPendingWithoutAnItem) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              posted(file_popup, button_up_in_popup, 0, 0, claimed),
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              tick(1001),
-                              sent(view, WM_NULL, 0, 0, left),
-                          });
+  play(open_file_menu(), {
+                             posted(file_popup, button_up_in_popup, 0, 0, claimed),
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             tick(1001),
+                             sent(view, WM_NULL, 0, 0, left),
+                         });
 }
 
 TEST_F(ToolbarGesture, PendingCommandIsUploadedOnceWhenItComes) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                              posted(file_popup, WM_KEYDOWN, VK_RETURN, 0, claimed),
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              posted(frame, WM_COMMAND, 11, 0, claimed,
-                                     gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()})),
-                              tick(1001),
-                              sent(view, WM_NULL, 0, 0, left),
-                          });
+  play(open_file_menu(), {
+                             sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                             posted(file_popup, WM_KEYDOWN, VK_RETURN, 0, claimed),
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             posted(frame, WM_COMMAND, 11, 0, claimed,
+                                    gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()})),
+                             tick(1001),
+                             sent(view, WM_NULL, 0, 0, left),
+                         });
 }
 
 TEST_F(ToolbarGesture, MenuThatIsChangedWhileOpenIsReadAsItIs) {
-  play(open_file_menu() +
-       std::vector<mrTapeStep>{
+  play(open_file_menu(),
+       {
            act("the program renames an item",
                [this] { ModifyMenuA(file, 0, MF_BYPOSITION | MF_STRING | MF_CHECKED, 11, "New drawing"); }),
            sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
@@ -696,20 +690,19 @@ TEST_F(ToolbarGesture, MenuThatIsChangedWhileOpenIsReadAsItIs) {
        });
 }
 
-// ---- other windows while a gesture is followed
-// ------------------------------------------------------------------
+// ---- other windows while a gesture is followed ---------------------------------------------------
 
 TEST_F(ToolbarGesture, LeftButtonOnATopLevelWindowIsClaimed) {
   mrTestFrame other("OtherFrame");
   mrTestWindow control("Button", "OK", visible_child, other, 1);
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              posted(other, WM_LBUTTONDOWN, MK_LBUTTON, at(1, 1), claimed),
-                              posted(other, WM_LBUTTONUP, 0, at(1, 1), claimed),
-                              posted(other, WM_RBUTTONDOWN, MK_RBUTTON, at(1, 1), left),
-                              posted(other, WM_MOUSEMOVE, 0, at(1, 1), left),
-                              posted(control, WM_LBUTTONDOWN, MK_LBUTTON, at(1, 1), left),
-                              posted(control, WM_LBUTTONUP, 0, at(1, 1), left),
-                          });
+  play(open_file_menu(), {
+                             posted(other, WM_LBUTTONDOWN, MK_LBUTTON, at(1, 1), claimed),
+                             posted(other, WM_LBUTTONUP, 0, at(1, 1), claimed),
+                             posted(other, WM_RBUTTONDOWN, MK_RBUTTON, at(1, 1), left),
+                             posted(other, WM_MOUSEMOVE, 0, at(1, 1), left),
+                             posted(control, WM_LBUTTONDOWN, MK_LBUTTON, at(1, 1), left),
+                             posted(control, WM_LBUTTONUP, 0, at(1, 1), left),
+                         });
 }
 
 TEST_F(ToolbarGesture, MessagesOfTheStartWindowAreClaimed) {
@@ -724,8 +717,8 @@ TEST_F(ToolbarGesture, MessagesOfTheStartWindowAreClaimed) {
 }
 
 TEST_F(ToolbarGesture, NoGestureBeginsWhileAMenuIsOpen) {
-  play(open_context_menu() +
-       std::vector<mrTapeStep>{
+  play(open_context_menu(),
+       {
            sent(frame, WM_ENTERMENULOOP, 0, 0, left),
            posted(frame, WM_RBUTTONDOWN, MK_RBUTTON, at(1, 1), left),
            sent(frame, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(frame.get()), at(1, 1), left),
@@ -741,47 +734,46 @@ TEST_F(ToolbarGesture, AnotherGestureMayBeginWhileTheTimeRuns) {
   const mrToolbarRec line =
       hit_at(on_item(empty_level(old_bcg, nullptr, 60, "Bar"), 0, 201, "Line", BTNS_BUTTON, 4), on_line.x,
              on_line.y);
-  play(press_on_grid() + std::vector<mrTapeStep>{
-                             tick(900),
-                             posted(old_bcg, WM_LBUTTONDOWN, MK_LBUTTON, at(on_line), claimed),
-                             tick(900),
-                             sent(frame, WM_COMMAND, 102, as_lparam(toolbar), left),
-                             sent(frame, WM_COMMAND, 201, 0, claimed,
-                                  gesture(mrTrackToolbarClick, old_bcg, on_line.x, on_line.y, {line})),
-                         });
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(old_bcg, WM_SETFOCUS, 0, 0, claimed)});
+  play(press_on_grid(), {
+                            tick(900),
+                            posted(old_bcg, WM_LBUTTONDOWN, MK_LBUTTON, at(on_line), claimed),
+                            tick(900),
+                            sent(frame, WM_COMMAND, 102, as_lparam(toolbar), left),
+                            sent(frame, WM_COMMAND, 201, 0, claimed,
+                                 gesture(mrTrackToolbarClick, old_bcg, on_line.x, on_line.y, {line})),
+                        });
+  play(press_on_grid(), {sent(old_bcg, WM_SETFOCUS, 0, 0, claimed)});
   EXPECT_EQ(gesture(mrTrackToolbarFocus, old_bcg, 0, 0, {empty_level(old_bcg, nullptr, 60, "Bar")}),
             shipped());
   factory.reset();
-  play(press_on_grid() + std::vector<mrTapeStep>{sent(frame, WM_ENTERMENULOOP, 0, 0, claimed)});
+  play(press_on_grid(), {sent(frame, WM_ENTERMENULOOP, 0, 0, claimed)});
   EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_level()}), shipped());
 }
 
 // Deliberate: what the gesture before left on the stack stays below the context menu.
 TEST_F(ToolbarGesture, ContextMenuRightAfterAClosedMenuStandsOnItsLevels) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              sent(frame, WM_EXITMENULOOP, 0, 0, claimed),
-                              posted(view, WM_RBUTTONDOWN, MK_RBUTTON, at(7, 9), left),
-                              posted(view, WM_RBUTTONUP, 0, at(7, 9), claimed),
-                              sent(file_popup, WM_CREATE, 0, 0, claimed),
-                              sent(file_popup, WM_SIZE, 0, 0, claimed),
-                              sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
-                          });
+  play(open_file_menu(), {
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             sent(frame, WM_EXITMENULOOP, 0, 0, claimed),
+                             posted(view, WM_RBUTTONDOWN, MK_RBUTTON, at(7, 9), left),
+                             posted(view, WM_RBUTTONUP, 0, at(7, 9), claimed),
+                             sent(file_popup, WM_CREATE, 0, 0, claimed),
+                             sent(file_popup, WM_SIZE, 0, 0, claimed),
+                             sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                         });
   EXPECT_EQ(gesture(mrTrackContextMenu, view, 7, 9, {bar_on_file(), file_on_new()}), shipped());
 }
 
 TEST_F(ToolbarGesture, PlainClickRightAfterACancelledMenuIsLeft) {
-  play(open_file_menu() + std::vector<mrTapeStep>{
-                              sent(file_popup, WM_DESTROY, 0, 0, claimed),
-                              sent(frame, WM_EXITMENULOOP, 0, 0, claimed),
-                              posted(view, WM_LBUTTONDOWN, MK_LBUTTON, at(1, 1), left),
-                              posted(view, WM_LBUTTONUP, 0, at(1, 1), left),
-                          });
+  play(open_file_menu(), {
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             sent(frame, WM_EXITMENULOOP, 0, 0, claimed),
+                             posted(view, WM_LBUTTONDOWN, MK_LBUTTON, at(1, 1), left),
+                             posted(view, WM_LBUTTONUP, 0, at(1, 1), left),
+                         });
 }
 
-// ---- a click on a toolbar begins a gesture
-// ------------------------------------------------------------------------
+// ---- a click on a toolbar begins a gesture -------------------------------------------------------
 
 TEST_F(ToolbarGesture, SeparatorAndGapBeginNothing) {
   play({
@@ -797,8 +789,8 @@ TEST_F(ToolbarGesture, SeparatorAndGapBeginNothing) {
 }
 
 TEST_F(ToolbarGesture, GapOfAnotherToolbarLeavesTheGestureAsItIs) {
-  play(press_on_grid() +
-       std::vector<mrTapeStep>{
+  play(press_on_grid(),
+       {
            posted(old_bcg, WM_LBUTTONDOWN, MK_LBUTTON, at(LookAlikeToolbar::gap_after(0)), claimed),
        });
   EXPECT_EQ(gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}), shipped());
@@ -822,8 +814,7 @@ TEST_F(ToolbarGesture, OtherMouseButtonsBeginNoClick) {
   EXPECT_FALSE(factory.is_tracking());
 }
 
-// ---- the focus of a toolbar, the menu bar
-// -----------------------------------------------------------------------------
+// ---- the focus of a toolbar, the menu bar --------------------------------------------------------
 
 TEST_F(ToolbarGesture, FocusOfABcgToolbarBeginsAGesture) {
   play({sent(new_bcg, WM_SETFOCUS, 0, 0, claimed)});
@@ -849,8 +840,7 @@ TEST_F(ToolbarGesture, MenuLoopOfAnOwnMenuBeginsNothing) {
   EXPECT_FALSE(factory.is_tracking());
 }
 
-// ---- a context menu
-// ------------------------------------------------------------------------------------------------------
+// ---- a context menu ------------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, RightButtonMayBeginAContextMenuAndIsLeft) {
   for (const UINT message : {WM_RBUTTONDOWN, WM_RBUTTONUP}) {
@@ -890,8 +880,8 @@ TEST_F(ToolbarGesture, RequestThatGoesOnToTheParentTakesItsPlace) {
 }
 
 TEST_F(ToolbarGesture, RequestIsClaimedAndChangesNothingOnceAnItemIsKnown) {
-  play(open_context_menu() +
-       std::vector<mrTapeStep>{
+  play(open_context_menu(),
+       {
            sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
            sent(file_popup, WM_DESTROY, 0, 0, claimed),
            sent(frame, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(frame.get()), at(50, 60), claimed),
@@ -939,8 +929,7 @@ TEST_F(ToolbarGesture, OtherMessagesOfAPopupBeginNothing) {
   EXPECT_FALSE(factory.is_tracking());
 }
 
-// ---- bars
-// -----------------------------------------------------------------------------------------------------------------
+// ---- bars ----------------------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, EverythingOnABarIsClaimed) {
   for (const char* class_name : {"AfxWnd42u", "MsoCommandBar", "BCGToolBar", "BCGPToolBar", "BCGPToolBarX"}) {
@@ -971,8 +960,7 @@ TEST_F(ToolbarGesture, NoToolbarIsAskedAnythingByMovesOfTheMouse) {
   EXPECT_EQ(0, old_bcg.asked());
 }
 
-// ---- snapshot
-// ---------------------------------------------------------------------------------------------------------------
+// ---- snapshot ------------------------------------------------------------------------------------
 
 TEST_F(ToolbarGesture, HotButtonIsTheCurrentItemOfASnapshot) {
   play({sent(old_bcg, WM_SETFOCUS, 0, 0, claimed)});
@@ -1004,8 +992,7 @@ TEST_F(ToolbarGesture, NewBcgToolbarsAndMenusAreNotAskedForTheHotButton) {
 
 // The snapshot outlives the popups: the command comes after they are closed.
 TEST_F(ToolbarGesture, SnapshotStaysUntilTheNextOne) {
-  play(open_file_menu() +
-       std::vector<mrTapeStep>{sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed)});
+  play(open_file_menu(), {sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed)});
   const mrTapeUploads expected = shipped();
   play({sent(file_popup, WM_DESTROY, 0, 0, claimed)});
   EXPECT_EQ(expected, shipped());
@@ -1013,8 +1000,7 @@ TEST_F(ToolbarGesture, SnapshotStaysUntilTheNextOne) {
   EXPECT_EQ(gesture(mrTrackNone, frame, 0, 0, {bar_on_file(), file_on_new()}), shipped());
 }
 
-// ---- stack
-// ------------------------------------------------------------------------------------------------------------------
+// ---- stack ---------------------------------------------------------------------------------------
 
 class ToolbarStack : public ToolbarGesture {
 protected:

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-// ---- window classes -------------------------------------------------------------------------------
+// ---- window classes ------------------------------------------------------------------------------
 
 struct ClassCase {
   const char* class_name;
@@ -44,7 +44,7 @@ TEST(ToolbarClasses, PopupMenuIsTheSystemsClassExactly) {
   EXPECT_FALSE(is_popup_menu_class("#3276"));
 }
 
-// ---- a level --------------------------------------------------------------------------------------
+// ---- a level -------------------------------------------------------------------------------------
 
 class ToolbarItems : public testing::Test {
 protected:
@@ -82,7 +82,7 @@ TEST_F(ToolbarItems, WindowTextIsCutAtItsSize) {
             init_record(look_alike, nullptr));
 }
 
-// ---- buttons of a toolbar ---------------------------------------------------------------------------
+// ---- buttons of a toolbar ------------------------------------------------------------------------
 
 struct ButtonCase {
   const char* name;
@@ -166,7 +166,7 @@ TEST_F(ToolbarItems, LevelWithAMenuIsNotHitTested) {
   EXPECT_EQ(0, look_alike.asked());
 }
 
-// ---- texts of buttons ---------------------------------------------------------------------------------
+// ---- texts of buttons ----------------------------------------------------------------------------
 
 // Deliberate oddity: iString is not packed with a size.
 TEST_F(ToolbarItems, StringIsAskedWithTheNumberAsItStands) {
@@ -212,7 +212,7 @@ TEST_F(ToolbarItems, SeparatorAtAPositionLeavesTheLevelAlone) {
   EXPECT_EQ(before, level);
 }
 
-// ---- items of a menu ------------------------------------------------------------------------------------
+// ---- items of a menu -----------------------------------------------------------------------------
 
 class MenuItems : public testing::Test {
 protected:

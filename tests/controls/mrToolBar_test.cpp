@@ -87,7 +87,7 @@ protected:
   std::string statement() { return recorder.last_action()->get_action_string().str(); }
 };
 
-// ---- chains -----------------------------------------------------------------------------------------
+// ---- chains --------------------------------------------------------------------------------------
 
 TEST_F(ToolbarBuilder, ToolbarButtonStandsOnItsToolbar) {
   receive(mrTrackToolbarClick, toolbar, 3, 4, {button_level(toolbar, 0, 101, "New")});
@@ -169,7 +169,7 @@ TEST_F(ToolbarBuilder, UploadWithoutLevelsIsDropped) {
   EXPECT_TRUE(recorder.m_actions.IsEmpty());
 }
 
-// ---- statements ---------------------------------------------------------------------------------------
+// ---- statements ----------------------------------------------------------------------------------
 
 struct StatementCase {
   const char* name;
@@ -209,7 +209,7 @@ TEST_F(ToolbarBuilder, EveryGestureIsAnActionOfItsOwn) {
   EXPECT_THAT(recorder.statements(), ElementsAre("Click();", "Click();"));
 }
 
-// ---- whose context menu it is ----------------------------------------------------------------------------
+// ---- whose context menu it is --------------------------------------------------------------------
 
 class ContextMenuOwner : public ToolbarBuilder {
 protected:
@@ -306,8 +306,7 @@ TEST_F(ToolbarBuilder, NoContextMenuIsTheToolbarRecordersOwn) {
             get_factory(factoryToolBar, true)->context_menu_invoke(toolbar, TOOLBARCLASSNAMEA, CPoint(1, 1)));
 }
 
-// ---- declarations
-// ------------------------------------------------------------------------------------------
+// ---- declarations --------------------------------------------------------------------------------
 
 class ToolbarDeclaration : public testing::Test {
 protected:
@@ -394,8 +393,7 @@ TEST_F(ToolbarDeclaration, OtherClassesAreNotDeclared) {
     EXPECT_EQ(mrDeclared(), declare(factory, control_info(class_name, 7, "Text"))) << class_name;
 }
 
-// ---- the script
-// -----------------------------------------------------------------------------------------------
+// ---- the script ----------------------------------------------------------------------------------
 
 TEST_F(ToolbarBuilder, ScriptReachesItemsThroughTheirMenusAndToolbars) {
   recorder.get_namer().add_constant("cad", "IDM_GRID", 102);

@@ -17,7 +17,7 @@ constexpr DWORD visible_child = WS_CHILD | WS_VISIBLE;
 constexpr UINT get_menu_of_popup = 0x1E1;   // MN_GETHMENU
 constexpr UINT button_up_in_popup = 0x1EF;  // MN_BUTTONUP
 
-// ---- expected bytes -------------------------------------------------------------------------------
+// ---- expected bytes ------------------------------------------------------------------------------
 
 // A level as it stands before anything is current in it.
 inline mrToolbarRec empty_level(HWND window, HMENU menu, LONG_PTR id, const char* text,
@@ -61,7 +61,7 @@ inline mrTapeUploads gesture(mrToolbarTracking state, HWND start, int x, int y,
 
 inline bool operator==(const mrToolbarRec& a, const mrToolbarRec& b) { return memcmp(&a, &b, sizeof a) == 0; }
 
-// ---- the common-controls toolbar --------------------------------------------------------------------
+// ---- the common-controls toolbar -----------------------------------------------------------------
 
 // New (101, text), Grid (102, check, down, text from the string pool), a separator, Front (103, group), 104
 // without text, Colour (105, drop-down), Print (106, disabled), a button without id.
@@ -108,7 +108,7 @@ private:
   }
 };
 
-// ---- a toolbar of the outside library ---------------------------------------------------------------
+// ---- a toolbar of the outside library ------------------------------------------------------------
 
 // Answers the toolbar messages from a list; every button is 20 pixels wide and high, with 10 pixels between.
 class LookAlikeToolbar : public mrTestWindow {
@@ -200,7 +200,7 @@ private:
   std::vector<Button> m_buttons;
 };
 
-// ---- menus --------------------------------------------------------------------------------------------
+// ---- menus ---------------------------------------------------------------------------------------
 
 // A menu of one's own, destroyed with the object unless it is a submenu of another one.
 class TestMenu {
