@@ -1,0 +1,499 @@
+// mrmap as a user has it: a process of its own, told by its output, its exit status and the files it leaves.
+#include "tests/namer/installation.h"
+#include "tests/namer/open_namer.h"
+#include "tests/support/files.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <set>
+#include <stdexcept>
+
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+constexpr DWORD end_limit_ms = 60000;
+
+HANDLE create_inherited(const std::string& path) {
+  SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+  return CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS, 0, nullptr);
+}
+
+// One run of mrmap.exe.
+class Mrmap {
+public:
+  explicit Mrmap(const std::string& arguments) {
+    const HANDLE out = create_inherited(m_folder.path("out.txt"));
+    const HANDLE err = create_inherited(m_folder.path("err.txt"));
+    std::string command = "\"" + own_folder() + "mrmap.exe\" " + arguments;
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = out;
+    startup.hStdError = err;
+    const BOOL started = CreateProcessA(nullptr, &command[0], nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                        &startup, &m_process);
+    CloseHandle(out);
+    CloseHandle(err);
+    if (!started)
+      throw std::runtime_error("cannot start " + command);
+  }
+  ~Mrmap() {
+    kill();
+    CloseHandle(m_process.hThread);
+    CloseHandle(m_process.hProcess);
+  }
+  Mrmap(const Mrmap&) = delete;
+  Mrmap& operator=(const Mrmap&) = delete;
+
+  // The exit status; -1 when it has not ended within the limit.
+  int status() const { return ended_within(end_limit_ms) ? exit_code() : -1; }
+  bool ended_within(DWORD ms) const { return WaitForSingleObject(m_process.hProcess, ms) == WAIT_OBJECT_0; }
+  void kill() const {
+    TerminateProcess(m_process.hProcess, 99);
+    WaitForSingleObject(m_process.hProcess, end_limit_ms);
+  }
+  // With the line ends of the test's own texts.
+  std::string out() const { return text("out.txt"); }
+  std::string err() const { return text("err.txt"); }
+
+private:
+  int exit_code() const {
+    DWORD code = 0;
+    GetExitCodeProcess(m_process.hProcess, &code);
+    return static_cast<int>(code);
+  }
+  std::string text(const char* name) const {
+    std::string result;
+    for (const char ch : read_file(m_folder.path(name)))
+      if (ch != '\r')
+        result += ch;
+    return result;
+  }
+
+  mrTestFolder m_folder;
+  PROCESS_INFORMATION m_process = {};
+};
+
+// Sources of one module, a specification, and an installation to build for.
+class MapTool : public testing::Test {
+protected:
+  MapTool() {
+    tree().write("sdk/winuser.h", "#define IDOK 1\n");
+    tree().write("app.dev/ids.h", "#define IDD_A 101\n#define IDC_A 11\n#define IDM_A 11\n");
+    write_script("");
+    m_specification = tree().write("spec.xml", specification("app.dev/App.rc"));
+  }
+
+  SourceTree& tree() { return m_installation.tree; }
+  std::string specification(const std::string& scripts) {
+    const std::string root = tree().root().str();
+    return "<rc_map><system_includes><include_dir path='" + root +
+           "/sdk'/></system_includes><targets><target><rc_files>"
+           "<rc_file path='" +
+           root + "/" + scripts + "'/></rc_files></target></targets></rc_map>";
+  }
+  void write_script(const std::string& more_statements) {
+    tree().write("app.dev/App.rc",
+                 "#include \"ids.h\"\nIDD_A DIALOGEX 0, 0, 9, 9\nBEGIN\nEDITTEXT IDC_A, 5, 5, 5, 5\n" +
+                     more_statements + "END\n");
+  }
+  std::string quoted_specification() const { return "\"" + m_specification.str() + "\""; }
+  // Expects success, and answers what was printed.
+  std::string build(const std::string& options = "") {
+    const Mrmap mrmap("build " + quoted_specification() + " " + options);
+    EXPECT_EQ(0, mrmap.status()) << mrmap.out() << mrmap.err();
+    return mrmap.out();
+  }
+  // Every file of the resource folder with its bytes.
+  std::vector<std::string> resource_folder() const {
+    std::vector<std::string> files;
+    for (const std::string& file : m_installation.everything())
+      if (file.compare(0, 18, "file/ui_recording/") == 0)
+        files.push_back(file + "\n" + m_installation.read(file.substr(18)));
+    return files;
+  }
+  void expect_failure(const std::string& arguments, const std::string& message) {
+    const std::vector<std::string> before = resource_folder();
+    const Mrmap mrmap(arguments);
+    EXPECT_EQ(1, mrmap.status()) << mrmap.out();
+    EXPECT_THAT(mrmap.err(), HasSubstr("mrmap: "));
+    EXPECT_THAT(mrmap.err(), HasSubstr(message));
+    EXPECT_EQ(before, resource_folder()) << "the old map is still there, whole";
+  }
+
+  Installation m_installation;
+  CString m_specification;
+};
+
+constexpr char first_build[] =
+    "Processing 'App.rc'...\n"
+    "Loading current resource map...\n"
+    "Saving new map...\n"
+    "Reloading map...\n"
+    "Saving constants...\n"
+    "1 modules, 1 dialogs, 1 controls, 2 header groups, 4 constants, 0 warnings, 0 errors\n";
+
+}  // namespace
+
+// ---- usage
+// -------------------------------------------------------------------------------------------------------
+
+TEST_F(MapTool, TellsWhatWasTypedWrongly) {
+  const char* const wrong[] = {
+      "",
+      "bild x.xml",
+      "build",
+      "build a.xml b.xml",
+      "build a.xml --quick",
+      "lookup",
+      "lookup five",
+      "lookup 5x",
+      "lookup 0x",
+      "lookup 5 6",
+      "lookup 5 --dialog",
+      "lookup 5 --module a --module b",
+      "list",
+      "list things",
+      "list modules dialogs",
+      "path x",
+      "lookup 99999999999999999999999",
+  };
+  for (const char* arguments : wrong) {
+    const Mrmap mrmap(arguments);
+    EXPECT_EQ(2, mrmap.status()) << arguments;
+    EXPECT_THAT(mrmap.err(), HasSubstr("mrmap: ")) << arguments;
+    EXPECT_THAT(mrmap.err(), HasSubstr("mrmap --help")) << arguments;
+    EXPECT_THAT(mrmap.out(), IsEmpty()) << arguments;
+  }
+}
+
+TEST_F(MapTool, Helps) {
+  const Mrmap help("--help");
+  EXPECT_EQ(0, help.status());
+  for (const char* part : {"mrmap build SPEC.xml [--force] [--clean]", "mrmap lookup NUMBER", "mrmap list",
+                           "mrmap path", "ZQ_APPLICATION_FOLDER", "Exit status"})
+    EXPECT_THAT(help.out(), HasSubstr(part));
+  const Mrmap version("--version");
+  EXPECT_EQ(0, version.status());
+  EXPECT_THAT(version.out(), testing::MatchesRegex("mrmap \\d+\\.\\d+\\.\\d+\n"));
+}
+
+TEST_F(MapTool, TellsTheResourceFolderInUse) {
+  const Mrmap mrmap("path");
+  EXPECT_EQ(0, mrmap.status());
+  EXPECT_EQ(m_installation.tree.path("file/ui_recording").str() + "\n", mrmap.out());
+}
+
+// ---- build
+// -------------------------------------------------------------------------------------------------------
+
+TEST_F(MapTool, BuildsTheMap) {
+  EXPECT_EQ(first_build, build());
+  std::set<std::string> files;
+  for (const std::string& file : m_installation.everything())
+    if (file.compare(0, 5, "file/") == 0)
+      files.insert(file.substr(18));
+  EXPECT_EQ((std::set<std::string>{"headers/app.xml", "headers/general.xml", "res/app.xml", "ui_consts.js",
+                                   "ui_map.rcz"}),
+            files)
+      << "and leaves nothing else";
+  for (const char* from : {"folders", "archive"}) {
+    OpenNamer namer;
+    EXPECT_EQ(0, namer.load_def_map()) << from;
+    EXPECT_EQ("101 IDD_A: 11=IDC_A", namer.dialogs("app")) << from;
+    m_installation.remove_documents();
+  }
+  EXPECT_THAT(m_installation.read("ui_consts.js"),
+              HasSubstr("var app=new Object(); o=app;\r\n o.IDC_A=11;\r\n"));
+}
+
+TEST_F(MapTool, ReplacesTheMapWhenNothingIsLost) {
+  build();
+  tree().write("app.dev/ids.h",
+               "#define IDD_A 101\n#define IDC_A 12\n#define IDM_A 11\n#define IDM_NEW 13\n");
+  write_script("");
+  const Mrmap mrmap("build " + quoted_specification());
+  EXPECT_EQ(4, mrmap.status()) << "a control that has another number is lost";
+  EXPECT_EQ(0, Mrmap("build --force " + quoted_specification()).status());
+  EXPECT_THAT(build(), EndsWith("5 constants, 0 warnings, 0 errors\n"));
+  EXPECT_THAT(m_installation.read("ui_consts.js"), HasSubstr(" o.IDM_NEW=13;\r\n"));
+}
+
+TEST_F(MapTool, RefusesToLoseNames) {
+  build();
+  tree().write("app.dev/ids.h", "#define IDD_A 101\n#define IDC_A 11\n");
+  const std::vector<std::string> before = resource_folder();
+  const Mrmap refused("build " + quoted_specification());
+  EXPECT_EQ(4, refused.status());
+  EXPECT_EQ(
+      "Processing 'App.rc'...\nLoading current resource map...\nChecking libraries...\nChecking headers...\n"
+      "Warning: Header 'app': constant 'IDM_A' not found.\n"
+      "1 modules, 1 dialogs, 1 controls, 2 header groups, 3 constants, 1 warnings, 0 errors\n",
+      refused.out());
+  EXPECT_THAT(refused.err(), HasSubstr("nothing was saved"));
+  EXPECT_EQ(before, resource_folder());
+
+  EXPECT_EQ(
+      "Processing 'App.rc'...\nLoading current resource map...\nChecking libraries...\nChecking headers...\n"
+      "Warning: Header 'app': constant 'IDM_A' not found.\n"
+      "Saving new map...\nReloading map...\nSaving constants...\n"
+      "1 modules, 1 dialogs, 1 controls, 2 header groups, 3 constants, 1 warnings, 0 errors\n",
+      build("--force"));
+  EXPECT_THAT(m_installation.read("ui_consts.js"), Not(HasSubstr("IDM_A")));
+}
+
+TEST_F(MapTool, ErrorsInTheSourcesAreCountedAndNoFailure) {
+  tree().write("app.dev/ids.h", "#define IDD_A 101\n#define IDC_A 11\n#include \"missing.h\"\n");
+  write_script("EDITTEXT IDC_MISSING, 5\n");
+  const std::string out = build();
+  EXPECT_THAT(out, HasSubstr("Error: Cannot find header file: missing.h\n"));
+  EXPECT_THAT(out, HasSubstr("Error: dialog (IDD_A), control id 'IDC_MISSING' not found\n"));
+  EXPECT_THAT(out, HasSubstr("Error: Failed to process required rc file '"));
+  EXPECT_THAT(
+      out,
+      EndsWith("1 modules, 1 dialogs, 1 controls, 2 header groups, 3 constants, 0 warnings, 3 errors\n"));
+}
+
+TEST_F(MapTool, DocumentsOfEarlierBuildsStayUnlessCleaned) {
+  build();
+  m_installation.write("headers/gone.xml", "<constants><constant name='IDC_GONE' value='5'/></constants>");
+  m_installation.write("res/gone.xml", "<library/>");
+  const Mrmap kept("build " + quoted_specification());
+  EXPECT_EQ(0, kept.status());
+  EXPECT_EQ(
+      "mrmap: documents that this build does not write stay in the map: headers\\gone.xml, res\\gone.xml "
+      "(--clean removes them)\n",
+      kept.err());
+  EXPECT_THAT(m_installation.read("ui_consts.js"), HasSubstr("IDC_GONE"));
+
+  const Mrmap cleaned("build --clean " + quoted_specification());
+  EXPECT_EQ(0, cleaned.status());
+  EXPECT_EQ("", cleaned.err());
+  EXPECT_THAT(
+      cleaned.out(),
+      EndsWith("1 modules, 1 dialogs, 1 controls, 2 header groups, 4 constants, 0 warnings, 0 errors\n"));
+  EXPECT_FALSE(m_installation.exists("headers/gone.xml"));
+  EXPECT_FALSE(m_installation.exists("res/gone.xml"));
+  EXPECT_THAT(m_installation.read("ui_consts.js"), Not(HasSubstr("IDC_GONE")));
+  m_installation.remove_documents();
+  OpenNamer namer;
+  EXPECT_EQ(0, namer.load_def_map());
+  EXPECT_EQ("no group", namer.constants("gone"));
+}
+
+TEST_F(MapTool, CleaningComparesWithTheWholeOldMap) {
+  // The dialog's name is defined in a group that is gone: the old map knows its number through that group
+  // alone.
+  tree().write("more.dev/more.h", "#define IDD_B 102\n");
+  write_script("END\n#include \"../more.dev/more.h\"\nIDD_B DIALOG\nBEGIN\n");
+  build();
+  write_script("");
+  const std::vector<std::string> before = resource_folder();
+  const Mrmap refused("build --clean " + quoted_specification());
+  EXPECT_EQ(4, refused.status());
+  EXPECT_THAT(refused.out(), HasSubstr("Warning: Library 'app': dialog 'IDD_B' not found.\n"));
+  EXPECT_EQ(before, resource_folder());
+  EXPECT_THAT(build("--clean --force"), HasSubstr("1 warnings, 0 errors\n"));
+  EXPECT_FALSE(m_installation.exists("headers/more.xml"));
+}
+
+// ---- failures
+// ----------------------------------------------------------------------------------------------------
+
+TEST_F(MapTool, NamesASpecificationThatCannotBeRead) {
+  build();
+  expect_failure("build none.xml", "none.xml");
+  for (const char* text : {"", "<rc_map>", "no document"}) {
+    const std::string path = tree().write("broken.xml", text).str();
+    expect_failure("build \"" + path + "\"", path + " is not a well-formed XML document");
+  }
+  for (const char* text : {"<other/>", "<rc_map><targets><target/></targets></rc_map>"}) {
+    const std::string path = tree().write("empty.xml", text).str();
+    expect_failure("build \"" + path + "\"", path + " lists no resource script");
+  }
+  expect_failure("build \"" + tree().root().str() + "\"", tree().root().str());
+}
+
+TEST_F(MapTool, NamesTheResourceFolderThatDoesNotExist) {
+  set_variable("ZQ_APPLICATION_FOLDER", tree().path("elsewhere/bin/x64"));
+  const Mrmap mrmap("build " + quoted_specification());
+  EXPECT_EQ(1, mrmap.status());
+  EXPECT_THAT(mrmap.err(), HasSubstr("P:\\devel\\utestsuite\\scriptinclude does not exist"));
+}
+
+TEST_F(MapTool, KeepsTheOldMapWhenAFileCannotBeReplaced) {
+  build();
+  for (const char* file : {"ui_consts.js", "ui_map.rcz"}) {
+    const std::string contents = m_installation.read(file);
+    m_installation.remove(file);
+    tree().make_folder(std::string("file/ui_recording/") + file);  // a folder in the way
+    expect_failure("build " + quoted_specification(), file);
+    RemoveDirectoryA(m_installation.path(file));
+    m_installation.write(file, contents);
+  }
+  EXPECT_EQ(0, Mrmap("build " + quoted_specification()).status());
+}
+
+TEST_F(MapTool, KeepsTheOldMapWhenTheNewOneCannotBeWritten) {
+  build();
+  // A folder where a document must go.
+  m_installation.remove("headers/general.xml");
+  tree().make_folder("file/ui_recording/headers/general.xml");
+  expect_failure("build " + quoted_specification(), "ui_map.rcz could not be written");
+}
+
+TEST_F(MapTool, LetsOnlyOneBuildWork) {
+  build();
+  const HANDLE lock = CreateFileA(m_installation.path("mrmap.lock"), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                  FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+  ASSERT_NE(INVALID_HANDLE_VALUE, lock);
+  const Mrmap mrmap("build " + quoted_specification());
+  EXPECT_EQ(1, mrmap.status());
+  EXPECT_EQ("mrmap: another mrmap builds this map\n", mrmap.err());
+  CloseHandle(lock);
+}
+
+TEST_F(MapTool, RemovesWhatAKilledBuildLeft) {
+  build();
+  const std::vector<std::string> clean = resource_folder();
+  m_installation.write("mrmap.new/file/ui_recording/headers/half.xml", "<constants>");
+  m_installation.write("mrmap.new/old/ui_map.rcz", "old");
+  m_installation.write("mrmap.lock", "");
+  build();
+  std::vector<std::string> names;
+  for (const std::string& file : m_installation.everything())
+    EXPECT_THAT(file, Not(HasSubstr("mrmap."))) << file;
+  EXPECT_EQ(clean.size(), resource_folder().size());
+}
+
+TEST_F(MapTool, AKilledBuildLeavesAWholeMap) {
+  constexpr int groups = 12;
+  std::string includes;
+  for (int i = 0; i < groups; ++i)
+    includes += "#include \"../g" + std::to_string(i) + ".dev/g.h\"\n";
+  tree().write("app.dev/App.rc", "#include \"ids.h\"\n" + includes);
+  const auto write_headers = [&](int value) {
+    for (int i = 0; i < groups; ++i)
+      tree().write("g" + std::to_string(i) + ".dev/g.h", "#define IDC_G " + std::to_string(value) + "\n");
+  };
+  write_headers(0);
+  const DWORD start = GetTickCount();
+  build();
+  const DWORD whole_build_ms = GetTickCount() - start;
+
+  std::mt19937 random(7);
+  int stored = 0, killed = 0;
+  for (int value = 1; value <= 15; ++value) {
+    write_headers(value);
+    Mrmap mrmap("build " + quoted_specification());
+    if (!mrmap.ended_within(random() % (whole_build_ms + 1))) {
+      mrmap.kill();
+      ++killed;
+    }
+    OpenNamer namer;
+    ASSERT_EQ(0, namer.load_def_map()) << value;
+    const std::string first = namer.constants("g0");
+    ASSERT_TRUE(first == "IDC_G=" + std::to_string(stored) || first == "IDC_G=" + std::to_string(value))
+        << first;
+    for (int i = 0; i < groups; ++i)
+      ASSERT_EQ(first, namer.constants(("g" + std::to_string(i)).c_str())) << "a mixture of two maps";
+    stored = std::stoi(first.substr(6));
+    const std::string script = m_installation.read("ui_consts.js");
+    EXPECT_THAT(script, HasSubstr("o.IDOK=1;\r\n"));
+  }
+  EXPECT_LT(2, killed) << "the test must kill something";
+  write_headers(100);
+  build();
+}
+
+// ---- questions
+// ---------------------------------------------------------------------------------------------------
+
+TEST_F(MapTool, LooksUpNumbers) {
+  tree().write("two.dev/ids.h", "#define IDD_T 102\n#define IDC_T 11\n");
+  tree().write("two.dev/Two.rc", "#include \"ids.h\"\nIDD_T DIALOG\nBEGIN\nEDITTEXT IDC_T, 5\nEND\n");
+  tree().write("spec.xml",
+               specification("app.dev/App.rc'/><rc_file path='" + tree().root().str() + "/two.dev/Two.rc"));
+  build();
+  struct {
+    const char* arguments;
+    const char* expected;
+  } const cases[] = {
+      {"11", "app.IDC_A | app.IDM_A | two.IDC_T"},
+      {"0xB", "app.IDC_A | app.IDM_A | two.IDC_T"},
+      {"11 --prefix app", "app.IDC_A | app.IDM_A"},
+      {"11 --dialog 101", "app.IDC_A"},
+      {"11 --dialog 0x66", "two.IDC_T"},
+      {"11 --dialog IDD_T", "two.IDC_T"},
+      {"11 --dialog IDD_A --module APP", "app.IDC_A"},
+      {"11 --dialog IDD_A --module appd", "app.IDC_A"},
+      {"11 --dialog 102 --module app", "app.IDC_A | app.IDM_A | two.IDC_T"},
+      {"--dialog IDD_A 11", "app.IDC_A"},
+      {"010", "10"},
+      {"57600", "57600"},
+      {"-1", "-1"},
+      {"4294967295", "-1"},
+  };
+  for (const auto& c : cases) {
+    const Mrmap mrmap(std::string("lookup ") + c.arguments);
+    EXPECT_EQ(0, mrmap.status()) << c.arguments;
+    EXPECT_EQ(c.expected + std::string("\n"), mrmap.out()) << c.arguments;
+    EXPECT_EQ("", mrmap.err()) << c.arguments;
+  }
+  expect_failure("lookup 11 --dialog IDD_NONE", "the resource map holds no dialog IDD_NONE");
+  expect_failure("lookup 11 --dialog IDD_A --module two", "the resource map holds no dialog IDD_A");
+  expect_failure("lookup 11 --dialog IDD_A --module none", "the resource map holds no module none");
+}
+
+TEST_F(MapTool, ALookupPrintsNothingButTheAnswer) {
+  build();
+  m_installation.write("res/app.xml",
+                       "<library><headers><header name='app'/></headers><dialogs><dialog name='IDD_A'>"
+                       "<control name='IDC_GONE'/></dialog></dialogs></library>");
+  const Mrmap mrmap("lookup 101");
+  EXPECT_EQ(0, mrmap.status());
+  EXPECT_EQ("app.IDD_A\n", mrmap.out());
+}
+
+TEST_F(MapTool, WithoutAMapNumbersStayNumbers) {
+  const Mrmap mrmap("lookup 11");
+  EXPECT_EQ(1, mrmap.status());
+  EXPECT_EQ("11\n", mrmap.out());
+  EXPECT_THAT(mrmap.err(),
+              HasSubstr("there is no readable resource map " + m_installation.path("ui_map.rcz").str()));
+  expect_failure("list modules", "ui_map.rcz");
+}
+
+TEST_F(MapTool, ListsWhatTheMapHolds) {
+  build();
+  struct {
+    const char* arguments;
+    const char* expected;
+  } const cases[] = {
+      {"modules", "app\n"},
+      {"dialogs", "app\tIDD_A\t101\n"},
+      {"controls", "app\tIDD_A\tIDC_A\t11\n"},
+      {"controls --module app --dialog IDD_A", "app\tIDD_A\tIDC_A\t11\n"},
+      {"headers", "app\ngeneral\n"},
+      {"headers --module app --header app", "app\n"},
+      {"constants", "app.IDC_A\t11\napp.IDD_A\t101\napp.IDM_A\t11\ngeneral.IDOK\t1\n"},
+      {"constants --header general", "general.IDOK\t1\n"},
+  };
+  for (const auto& c : cases) {
+    const Mrmap mrmap(std::string("list ") + c.arguments);
+    EXPECT_EQ(0, mrmap.status()) << c.arguments;
+    EXPECT_EQ(c.expected, mrmap.out()) << c.arguments;
+  }
+  expect_failure("list dialogs --module none", "no module none");
+  expect_failure("list controls --dialog IDD_NONE", "no dialog IDD_NONE");
+  expect_failure("list constants --header none", "no header group none");
+}
