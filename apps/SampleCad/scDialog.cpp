@@ -82,7 +82,8 @@ INT_PTR CALLBACK scDialog::procedure(HWND window, UINT message, WPARAM wparam, L
     SetWindowLongPtrA(window, DWLP_USER, lparam);
     name_place(window, self->m_place);
     self->on_init();
-    return TRUE;
+    // TRUE lets the system put the focus on the first control; not when the dialog has chosen one itself.
+    return !IsChild(window, GetFocus());
   }
   if (!self)
     return FALSE;
@@ -101,7 +102,7 @@ INT_PTR scDialog::handle_message(UINT message, WPARAM wparam, LPARAM lparam) {
   if (message == WM_ENTERIDLE)
     update_ready_file();  // a context menu of this dialog, or a dialog above it, waits for input
   LRESULT result = 0;
-  bool handled = answer_dialog_identity(message, m_template_id, result) ||
+  bool handled = (answers_identity() && answer_dialog_identity(message, m_template_id, result)) ||
                  answer_identity(message, lparam, result) || on_message(message, wparam, lparam, result);
   if (!handled && message == WM_NOTIFY)
     handled = on_notify(*reinterpret_cast<NMHDR*>(lparam), result);

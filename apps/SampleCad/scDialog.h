@@ -31,6 +31,8 @@ protected:
   virtual bool on_message(UINT /*message*/, WPARAM /*wparam*/, LPARAM /*lparam*/, LRESULT& /*result*/) {
     return false;
   }
+  // False: the dialog leaves the questions about itself to its top-level window.
+  virtual bool answers_identity() const { return true; }
   // After the last message; a modeless dialog that was made with new deletes itself here.
   virtual void on_gone() {}
   // For dialogs that are open several times: the place of this one, borrowed for the dialog's life.

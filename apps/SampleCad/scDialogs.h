@@ -16,6 +16,13 @@ void show_find_dialog();
 void show_properties_dialog();
 void show_note_dialog();
 void show_about_dialog();
+void show_open_dialog();
+void show_save_as_dialog();
+void show_system_open_dialog();
+void show_system_save_dialog();
+void show_options_dialog();
+void show_ribbon_dialog();
+void show_table_dialog();
 void show_buttons_dialog();
 void show_edits_dialog();
 void show_combos_dialog();
@@ -23,3 +30,8 @@ void show_lists_dialog();
 void show_trees_dialog();
 void show_tabs_dialog();
 void show_sliders_dialog();
+
+// Saves the active document where it was saved last, or asks where.
+void save_document();
+// The active document is another one, or has changed.
+void refresh_table_dialog();

@@ -22,20 +22,17 @@ CString base_name(const CString& path) {
 scDocument::scDocument(scFrame& frame, int number) : m_frame(frame), m_number(number), m_view(m_model) {
   m_place.Format("document:%d", number);
   m_model.set_listener([this] { on_model_changed(); });
+  m_view.set_selection_listener([this] { m_frame.on_selection_changed(this); });
 }
 
 bool scDocument::create_in(HWND mdi_client) {
   register_class(document_class, 0, nullptr);
-  // Scroll bars come and go with the documents; the room without them is what counts.
-  RECT room = {};
-  GetWindowRect(mdi_client, &room);
-  const int width = room.right - room.left - 2 * GetSystemMetrics(SM_CXEDGE);
-  const int height = room.bottom - room.top - 2 * GetSystemMetrics(SM_CYEDGE);
-  // The first nearly fills the room, each new one stands a little lower and further right.
+  const RECT room = client_rect(mdi_client);
+  // The first fills the room, each new one stands a little lower and further right.
   const int shift = (m_number - 1) % 6 * 26;
-  const int percent = m_number == 1 ? 98 : 80;
-  const RECT at =
-      place(shift, shift, std::max(width * percent / 100, 300), std::max(height * percent / 100, 240));
+  const int percent = m_number == 1 ? 100 : 80;
+  const RECT at = place(shift, shift, std::max<int>(room.right * percent / 100, 300),
+                        std::max<int>(room.bottom * percent / 100, 240));
   if (!create(document_class, "", WS_CHILD | WS_VISIBLE | WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
               WS_EX_MDICHILD, at, mdi_client, 0))
     return false;
@@ -91,13 +88,15 @@ bool scDocument::save(const char* path) {
   return true;
 }
 
-void scDocument::update_title() {
+CString scDocument::title() const {
   CString title;
-  if (m_path.IsEmpty())
-    title.Format("Model %d", m_number);
-  else
-    title = base_name(m_path);
-  SetWindowTextA(handle(), title);
+  title.Format("Model %d", m_number);
+  return m_path.IsEmpty() ? title : base_name(m_path);
+}
+
+void scDocument::update_title() {
+  SetWindowTextA(handle(), title());
+  m_frame.on_model_changed(this);
 }
 
 void scDocument::on_model_changed() {

@@ -16,7 +16,11 @@ public:
   bool create_in(HWND mdi_client);
 
   scModel& model() { return m_model; }
+  const scModel& model() const { return m_model; }
   scView& view() { return m_view; }
+  const scView& view() const { return m_view; }
+  int number() const { return m_number; }
+  CString title() const;
   const CString& path() const { return m_path; }
   bool load(const char* path);
   bool save(const char* path);

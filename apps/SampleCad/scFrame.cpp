@@ -19,6 +19,8 @@ constexpr char frame_class[] = "SampleCadFrame";
 constexpr UINT first_child_id = 50000;
 constexpr int window_menu_position = 5;
 constexpr int status_parts = 3;
+constexpr int pane_width = 236;  // pixels
+constexpr int pane_gap = 3;
 
 }  // namespace
 
@@ -52,11 +54,11 @@ void scFrame::create_children() {
   CLIENTCREATESTRUCT clients = {};
   clients.hWindowMenu = GetSubMenu(GetMenu(handle()), window_menu_position);
   clients.idFirstChild = first_child_id;
-  m_mdi_client =
-      CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", "",
-                      WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0,
-                      0, 0, 0, handle(), nullptr, GetModuleHandleA(nullptr), &clients);
+  m_mdi_client = CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", "",
+                                 WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0, 0, 0,
+                                 handle(), nullptr, GetModuleHandleA(nullptr), &clients);
   m_toolbars.create_in(handle());
+  m_pane.create_in(handle());
   m_status_bar = CreateWindowExA(0, "msctls_statusbar32", "", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP, 0, 0, 0,
                                  0, handle(), reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_STATUS_BAR)),
                                  GetModuleHandleA(nullptr), nullptr);
@@ -75,6 +77,10 @@ void scFrame::layout() {
   const int rights[status_parts] = {static_cast<int>(room.right) - 260, static_cast<int>(room.right) - 120,
                                     -1};
   SendMessageA(m_status_bar, SB_SETPARTS, status_parts, reinterpret_cast<LPARAM>(rights));
+  if (GetWindowLongPtrA(m_pane.handle(), GWL_STYLE) & WS_VISIBLE) {
+    m_pane.move({room.left, room.top, room.left + pane_width, room.bottom});
+    room.left += pane_width + pane_gap;
+  }
   MoveWindow(m_mdi_client, room.left, room.top, room.right - room.left, room.bottom - room.top, TRUE);
 }
 
@@ -152,18 +158,32 @@ void scFrame::on_document_activated(scDocument* document) {
   } else if (!SendMessageA(m_mdi_client, WM_MDIGETACTIVE, 0, 0)) {
     m_active = nullptr;
   }
-  update_looks();
+  show_active();
 }
 
 void scFrame::on_document_closed(scDocument* document) {
   if (m_active == document)
     m_active = nullptr;
+  show_active();
+}
+
+void scFrame::show_active() {
   update_looks();
+  m_pane.show(m_active);
+  refresh_table_dialog();
 }
 
 void scFrame::on_model_changed(scDocument* document) {
+  if (document != m_active)
+    return;
+  update_looks();
+  m_pane.show(document);
+  refresh_table_dialog();
+}
+
+void scFrame::on_selection_changed(scDocument* document) {
   if (document == m_active)
-    update_looks();
+    m_pane.show_properties();
 }
 
 void scFrame::close_all_documents() {
@@ -188,6 +208,13 @@ void scFrame::on_command(int id) {
     break;
   case IDM_FILE_EXIT:
     PostMessageA(handle(), WM_CLOSE, 0, 0);
+    break;
+  case IDM_FILE_SAVE:
+    save_document();
+    break;
+  case IDM_VIEW_MODEL_PANE:
+    ShowWindow(m_pane.handle(), IsWindowVisible(m_pane.handle()) ? SW_HIDE : SW_SHOW);
+    layout();
     break;
   case IDM_VIEW_HOME:
     go_home();
@@ -235,6 +262,8 @@ scCommandState scFrame::command_state(int id) const {
     return state;
   if (id == IDM_VIEW_STATUS_BAR)
     state.checked = IsWindowVisible(m_status_bar);
+  else if (id == IDM_VIEW_MODEL_PANE)
+    state.checked = IsWindowVisible(m_pane.handle());
   else if (id != IDM_FILE_NEW && id != IDM_FILE_EXIT && !is_dialog_command(id))
     state.enabled = m_active != nullptr;
   return state;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "apps/SampleCad/scDocument.h"
+#include "apps/SampleCad/scModelPane.h"
 #include "apps/SampleCad/scToolbars.h"
 #include "apps/SampleCad/scWindow.h"
 
@@ -24,6 +25,7 @@ public:
   void on_document_activated(scDocument* document);
   void on_document_closed(scDocument* document);
   void on_model_changed(scDocument* document);
+  void on_selection_changed(scDocument* document);
 
 protected:
   LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
@@ -37,9 +39,11 @@ private:
   void close_all_documents();
   // Status bar and toolbars show the active document.
   void update_looks();
+  void show_active();
   void go_home();
 
   scToolbars m_toolbars;
+  scModelPane m_pane;
   HWND m_mdi_client = nullptr;
   HWND m_status_bar = nullptr;
   scDocument* m_active = nullptr;  // deletes itself; null when none is open

@@ -13,6 +13,7 @@ constexpr COLORREF ink = RGB(52, 74, 104);
 constexpr COLORREF accent = RGB(215, 120, 20);
 constexpr COLORREF green = RGB(60, 140, 70);
 constexpr COLORREF red = RGB(200, 60, 50);
+constexpr COLORREF faint = RGB(205, 212, 222);
 constexpr COLORREF blue = RGB(50, 100, 200);
 
 // Draws in a square of 20 by 20 units, one unit a pixel.
@@ -81,7 +82,6 @@ void draw_gear(Pen& pen) {
 }
 
 void draw_star(Pen& pen) {
-  pen.colour(accent);
   double last_x = 10;
   double last_y = 2;
   for (int i = 1; i <= 10; ++i) {
@@ -166,10 +166,12 @@ void draw_view_icon(Pen& pen, int icon) {
     pen.colour(accent);
     pen.lines({{6, 6}, {14, 6}, {14, 14}, {6, 14}}, true);
     break;
-  default:  // iconEye
+  default:  // an eye
+    pen.colour(icon == iconEye ? ink : faint);
     pen.arc(10, 14, 9, 8, 210, 330);
     pen.arc(10, 6, 9, 8, 30, 150);
-    pen.arc(10, 10, 2, 2);
+    if (icon == iconEye)
+      pen.arc(10, 10, 2, 2);
     break;
   }
 }
@@ -208,9 +210,10 @@ void draw_shape_icon(Pen& pen, int icon) {
 void draw_icon(Pen& pen, int icon) {
   if (icon <= iconRedo)
     draw_file_icon(pen, icon);
-  else if (icon == iconStar)
+  else if (icon == iconStar || icon == iconStarOff) {
+    pen.colour(icon == iconStar ? accent : faint);
     draw_star(pen);
-  else if (icon <= iconSelect || icon == iconFit || icon == iconEye)
+  } else if (icon <= iconSelect || icon == iconFit || icon == iconEye || icon == iconEyeOff)
     draw_view_icon(pen, icon);
   else
     draw_shape_icon(pen, icon);

@@ -28,7 +28,9 @@ enum scIcon {
   iconIsometric,
   iconFit,
   iconEye,
+  iconEyeOff,
   iconStar,
+  iconStarOff,
   icon_count
 };
 

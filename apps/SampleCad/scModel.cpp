@@ -172,8 +172,9 @@ std::vector<scShape> bolt_circle_shapes(int bolts) {
     const double angle = 2 * pi * (i + 0.5) / bolts;
     CString name;
     name.Format("Bolt %d", i + 1);
-    shapes.push_back(
-        made(shapeCylinder, name, "Bolts", {95 * std::cos(angle), 62 * std::sin(angle), 14}, 6, 10, copper));
+    shapes.push_back(made(shapeCylinder, name, "Bolts",
+                          {std::round(95 * std::cos(angle)), std::round(62 * std::sin(angle)), 14}, 6, 10,
+                          copper));
   }
   return shapes;
 }

@@ -213,7 +213,7 @@ CString name_of(HWND window) {
     return "window";
   const HWND parent = GetAncestor(window, GA_PARENT);
   const int id = static_cast<int>(GetWindowLongPtrA(window, GWLP_ID));
-  if (*control_name(id) && GetWindowLongPtrA(parent, GWLP_ID) != id)
+  if (*control_name(id) && is_place(parent))
     return control_name(id);
   char class_name[64] = "";
   GetClassNameA(window, class_name, sizeof(class_name));

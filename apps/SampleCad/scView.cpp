@@ -68,6 +68,8 @@ void scView::set_settings(const scViewSettings& settings) {
 void scView::select(std::vector<int> ids) {
   m_selection = std::move(ids);
   redraw();
+  if (m_selection_listener)
+    m_selection_listener();
 }
 
 bool scView::selected(int id) const {

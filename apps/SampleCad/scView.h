@@ -6,6 +6,7 @@
 #include "apps/SampleCad/scModel.h"
 #include "apps/SampleCad/scWindow.h"
 
+#include <functional>
 #include <vector>
 
 enum scMouseMode { mouseRotate, mousePan, mouseZoom, mouseSelect };
@@ -34,6 +35,8 @@ public:
   void select(std::vector<int> ids);
   // Moves the camera so that the whole model is seen, keeping its direction.
   void fit();
+  // Called after every change of the selection.
+  void set_selection_listener(std::function<void()> listener) { m_selection_listener = std::move(listener); }
   void redraw() { InvalidateRect(handle(), nullptr, FALSE); }
 
 protected:
@@ -69,6 +72,7 @@ private:
   scCamera m_camera;
   scViewSettings m_settings;
   std::vector<int> m_selection;  // ids of shapes
+  std::function<void()> m_selection_listener;
   scCanvas m_canvas;
   Drag m_drag = Drag::none;
   POINT m_drag_start = {};

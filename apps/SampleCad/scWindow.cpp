@@ -40,7 +40,7 @@ LRESULT scWindow::default_message(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT CALLBACK scWindow::procedure(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
-  auto* self = reinterpret_cast<scWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  scWindow* self = object_of(window);
   if (!self && s_being_created) {
     // The first message of a new window comes before CreateWindow returns; bind the object to it here.
     self = s_being_created;

@@ -22,6 +22,11 @@ public:
     register_with(name, style, nullptr, IDC_ARROW, control_procedure<T>);
   }
 
+  // The object of a window of a class that was registered here.
+  static scWindow* object_of(HWND window) {
+    return reinterpret_cast<scWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  }
+
 protected:
   // Creates the window; on_message runs from its very first message. False when the system refuses.
   bool create(const char* class_name, const char* title, DWORD style, DWORD ex_style, const RECT& place,
