@@ -20,8 +20,9 @@
 
 namespace {
 
-constexpr const char* message_names[benchMessages] = {"WM_MOUSEMOVE", "WM_TIMER",   "WM_NCHITTEST",
-                                                      "WM_PAINT",     "WM_COMMAND", "left click"};
+constexpr const char* message_names[benchMessages] = {
+    "WM_MOUSEMOVE",        "WM_TIMER",   "WM_NCHITTEST", "WM_PAINT", "move over a menu",
+    "move over a toolbar", "WM_COMMAND", "left click"};
 constexpr const char* way_names[benchWays] = {"sent", "posted"};
 constexpr DWORD answer_limit_ms = 60000;
 constexpr double wanted_ns = 8e6;  // of one measurement: short, so that most of them are not interrupted

@@ -9,6 +9,8 @@ enum mrBenchMessage {
   benchTimer,
   benchHitTest,
   benchPaint,
+  benchMenuMove,     // the mouse over an open menu, while its gesture is followed
+  benchToolbarMove,  // the same over a toolbar with the keyboard focus
   benchCommand,
   benchClick,
   benchMessages

@@ -8,7 +8,33 @@
 
 static HWND frame = nullptr;
 static HWND view = nullptr;
+static HWND toolbar = nullptr;
+static HWND popup = nullptr;  // of the menu that is open
 static HWND reply_to = nullptr;
+
+// ---- gestures that are followed meanwhile ----------------------------------------------------------
+
+// What the hooks see when a menu of the menu bar opens: the loop begins, a popup is made.
+static void open_menu() {
+  static const HMENU menu = CreatePopupMenu();
+  SendMessageA(frame, WM_ENTERMENULOOP, 0, 0);
+  popup = CreateWindowExA(0, "#32768", nullptr, WS_POPUP, 0, 0, 50, 50, frame, nullptr, nullptr, menu);
+  SendMessageA(popup, WM_SIZE, 0, 0);
+}
+
+static void close_menu() {
+  DestroyWindow(popup);
+  SendMessageA(frame, WM_EXITMENULOOP, 0, 0);
+  // No item was highlighted, so this is its command: it ends the gesture.
+  SendMessageA(frame, WM_COMMAND, 0, 0);
+}
+
+static void focus_toolbar() { SendMessageA(toolbar, WM_SETFOCUS, 0, 0); }
+
+static void leave_toolbar() {
+  SendMessageA(toolbar, WM_KILLFOCUS, 0, 0);
+  SendMessageA(frame, WM_COMMAND, 0, 0);
+}
 
 // ---- the messages ---------------------------------------------------------------------------------
 
@@ -16,15 +42,20 @@ struct BenchMessage {
   UINT message;
   UINT second;  // of a pair; 0: none
   WPARAM wparam;
+  const HWND* target;
+  void (*begin)();  // before the messages and after them, not measured; null: nothing
+  void (*end)();
 };
 
 static constexpr BenchMessage messages[benchMessages] = {
-    {WM_MOUSEMOVE, 0, 0},
-    {WM_TIMER, 0, 1},
-    {WM_NCHITTEST, 0, 0},
-    {WM_PAINT, 0, 0},
-    {WM_COMMAND, 0, 100},  // of a menu
-    {WM_LBUTTONDOWN, WM_LBUTTONUP, 0},
+    {WM_MOUSEMOVE, 0, 0, &view, nullptr, nullptr},
+    {WM_TIMER, 0, 1, &view, nullptr, nullptr},
+    {WM_NCHITTEST, 0, 0, &view, nullptr, nullptr},
+    {WM_PAINT, 0, 0, &view, nullptr, nullptr},
+    {WM_MOUSEMOVE, 0, 0, &popup, open_menu, close_menu},
+    {WM_MOUSEMOVE, 0, 0, &toolbar, focus_toolbar, leave_toolbar},
+    {WM_COMMAND, 0, 100, &frame, nullptr, nullptr},  // of a menu
+    {WM_LBUTTONDOWN, WM_LBUTTONUP, 0, &view, nullptr, nullptr},
 };
 
 // Places differ from message to message, or nothing moves.
@@ -32,10 +63,8 @@ static LPARAM place(const BenchMessage& message, int i) {
   return message.message == WM_COMMAND || message.message == WM_TIMER ? 0 : MAKELPARAM(10 + i % 100, 20);
 }
 
-static HWND target_of(const BenchMessage& message) { return message.message == WM_COMMAND ? frame : view; }
-
 static void send(const BenchMessage& message, int count) {
-  const HWND target = target_of(message);
+  const HWND target = *message.target;
   for (int i = 0; i < count; ++i) {
     SendMessageA(target, message.message, message.wparam, place(message, i));
     if (message.second)
@@ -55,7 +84,7 @@ static void fetch(UINT number, int count) {
 
 static void post(const BenchMessage& message, int count) {
   constexpr int batch = 50;  // the queue holds more, but people are not that fast
-  const HWND target = target_of(message);
+  const HWND target = *message.target;
   for (int done = 0; done < count; done += batch) {
     const int now = count - done < batch ? count - done : batch;
     for (int i = 0; i < now; ++i) {
@@ -67,12 +96,16 @@ static void post(const BenchMessage& message, int count) {
   }
 }
 
-static void measure(int count, mrBenchMessage message, mrBenchWay way) {
+static void measure(int count, const BenchMessage& message, mrBenchWay way) {
   LARGE_INTEGER start, end, frequency;
   QueryPerformanceFrequency(&frequency);
+  if (message.begin)
+    message.begin();
   QueryPerformanceCounter(&start);
-  (way == benchSent ? send : post)(messages[message], count);
+  (way == benchSent ? send : post)(message, count);
   QueryPerformanceCounter(&end);
+  if (message.end)
+    message.end();
   const double ns =
       static_cast<double>(end.QuadPart - start.QuadPart) * 1e9 / static_cast<double>(frequency.QuadPart);
   PostMessageA(reply_to, bench_measured, static_cast<WPARAM>(ns), 0);
@@ -104,8 +137,7 @@ static LRESULT CALLBACK frame_proc(HWND window, UINT message, WPARAM wparam, LPA
     reply_to = reinterpret_cast<HWND>(wparam);
     return 0;
   case bench_measure:
-    measure(static_cast<int>(wparam), static_cast<mrBenchMessage>(LOWORD(lparam)),
-            static_cast<mrBenchWay>(HIWORD(lparam)));
+    measure(static_cast<int>(wparam), messages[LOWORD(lparam)], static_cast<mrBenchWay>(HIWORD(lparam)));
     return 0;
   case WM_COMMAND:
     return 0;
@@ -129,11 +161,14 @@ int main(int argc, char** argv) {
   InitCommonControls();
   register_class(mr_bench_class, frame_proc);
   register_class("HookBenchView", view_proc);
+  register_class("BCGPToolBar:bench", view_proc);
   frame = CreateWindowExA(0, mr_bench_class, "Hook benchmark", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 10, 10, 400,
                           300, nullptr, nullptr, nullptr, nullptr);
   // A window of the host's own kind: no recorder knows its class, so each has to look at it.
   view = CreateWindowExA(0, argc > 1 ? argv[1] : "HookBenchView", "", WS_CHILD | WS_VISIBLE, 0, 0, 300, 200,
                          frame, nullptr, nullptr, nullptr);
+  toolbar = CreateWindowExA(0, "BCGPToolBar:bench", "", WS_CHILD | WS_VISIBLE, 0, 200, 300, 50, frame,
+                            nullptr, nullptr, nullptr);
   MSG msg;
   while (GetMessageA(&msg, nullptr, 0, 0) > 0)
     DispatchMessageA(&msg);
