@@ -229,12 +229,46 @@ TEST_F(ButtonRecognition, StateOfAnOwnerDrawnButtonIsKeptUpToDateBetweenClicks) 
   });
 }
 
+// A release forgets what changed before it; a push with the keyboard does not.
+TEST_F(ButtonRecognition, ChangeBeforeAPushWithTheKeyboardIsUploadedAfterIt) {
+  play({
+      {hookGetMessage, toggle, WM_MOUSEMOVE, 0, at(5, 5), claimed, none},
+      act("the program turns the button", [this] { toggle.state = BST_CHECKED; }),
+      {hookGetMessage, toggle, WM_KEYDOWN, VK_SPACE, 0, claimed, none},
+      clicked(hookCallWndProc, toggle, claimed, click_of(toggle)),
+      {hookCallWndProc, dialog, WM_PAINT, 0, 0, left, check_state_of(toggle)},
+      {hookCallWndProc, dialog, WM_PAINT, 0, 0, left, none},
+  });
+}
+
 TEST_F(ButtonRecognition, ClickOnAnotherButtonThatTurnsAnOwnerDrawnOneIsRecordedWithBoth) {
   play({
       {hookGetMessage, toggle, WM_MOUSEMOVE, 0, at(5, 5), claimed, none},
       {hookGetMessage, button, WM_LBUTTONUP, 0, at(5, 5), claimed, click_of(button)},
       act("the host turns the other button", [this] { toggle.state = BST_CHECKED; }),
       clicked(hookCallWndProc, button, claimed, check_state_of(toggle) + click_of(button)),
+  });
+}
+
+TEST_F(ButtonRecognition, ChangeOfOneOwnerDrawnButtonIsForgottenForTheNext) {
+  OwnerDrawnButton other(dialog);
+  play({
+      {hookGetMessage, toggle, WM_MOUSEMOVE, 0, at(5, 5), claimed, none},
+      act("the program turns the first button", [this] { toggle.state = BST_CHECKED; }),
+      {hookGetMessage, toggle, WM_MOUSEMOVE, 0, at(5, 5), claimed, none},
+      {hookGetMessage, other, WM_KEYDOWN, VK_SPACE, 0, claimed, none},
+      clicked(hookCallWndProc, other, claimed, click_of(other)),
+      {hookCallWndProc, dialog, WM_PAINT, 0, 0, left, none},
+  });
+}
+
+// Its own notification tells of a check box.
+TEST_F(ButtonRecognition, CheckBoxThatTheProgramTurnsAfterAClickElsewhereIsNotWatched) {
+  play({
+      {hookGetMessage, check_box, WM_MOUSEMOVE, 0, at(5, 5), claimed, none},
+      {hookGetMessage, button, WM_LBUTTONUP, 0, at(5, 5), claimed, click_of(button)},
+      act("the host turns the check box", [this] { SendMessageA(check_box, BM_SETCHECK, BST_CHECKED, 0); }),
+      {hookCallWndProc, dialog, WM_PAINT, 0, 0, left, none},
   });
 }
 

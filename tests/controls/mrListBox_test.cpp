@@ -119,6 +119,16 @@ TEST_F(ListBoxRecognition, SelectionMadeBeforeTheFirstFocusIsUploadedWhole) {
         told(LBN_SELCHANGE, multiple, claimed, change_of(multiple, 1) + change_of(multiple, 3))});
 }
 
+TEST_F(ListBoxRecognition, OnlyTheFocusTakesASnapshot) {
+  play({
+      gets_focus(multiple),
+      select(1),
+      {hookGetMessage, multiple, WM_LBUTTONDOWN, MK_LBUTTON, at(5, 5), claimed, none},
+      {hookCallWndProc, multiple, WM_KILLFOCUS, 0, 0, claimed, none},
+      told(LBN_SELCHANGE, multiple, claimed, change_of(multiple, 1)),
+  });
+}
+
 TEST_F(ListBoxRecognition, FocusOfASingleSelectionListBoxTakesNoSnapshot) {
   play({
       select(1),
