@@ -49,9 +49,11 @@ protected:
   mrUser& user = recording.user;
 
 private:
+  // The control itself, or the edit inside a combo box.
   bool has_focus(HWND window) const {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
-    return GetGUIThreadInfo(host.thread_id(), &info) && info.hwndFocus == window;
+    return GetGUIThreadInfo(host.thread_id(), &info) &&
+           (info.hwndFocus == window || IsChild(window, info.hwndFocus));
   }
 };
