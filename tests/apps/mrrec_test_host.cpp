@@ -1,5 +1,6 @@
 // The host that the tests of mrrec record: one window that does nothing with what it gets.
-//   mrrec_test_host [--title TEXT] [--show-after MS | --end-after MS]
+//   mrrec_test_host [--owner PID] [--title TEXT] [--show-after MS | --end-after MS]
+// --owner       ends with this process, for a host that a test cannot end itself
 // --show-after  comes up later; until then the process has no visible window
 // --end-after   ends after this time, without ever showing a window
 #include <windows.h>
@@ -18,11 +19,19 @@ static LRESULT CALLBACK window_proc(HWND window, UINT message, WPARAM wparam, LP
   return DefWindowProcA(window, message, wparam, lparam);
 }
 
+static DWORD WINAPI end_with(void* owner) {
+  WaitForSingleObject(owner, INFINITE);
+  ExitProcess(0);
+}
+
 int main(int argc, char** argv) {
   const char* title = "mrrec test host";
   int show_after = 0;
   for (int i = 1; i + 1 < argc; i += 2) {
-    if (strcmp(argv[i], "--title") == 0)
+    if (strcmp(argv[i], "--owner") == 0)
+      CreateThread(nullptr, 0, end_with, OpenProcess(SYNCHRONIZE, FALSE, strtoul(argv[i + 1], nullptr, 10)),
+                   0, nullptr);
+    else if (strcmp(argv[i], "--title") == 0)
       title = argv[i + 1];
     else if (strcmp(argv[i], "--show-after") == 0)
       show_after = atoi(argv[i + 1]);

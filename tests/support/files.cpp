@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 
 std::string own_folder() {
   char path[MAX_PATH] = "";
@@ -19,10 +20,14 @@ mrTestFolder::mrTestFolder() {
   static int count = 0;
   char folder[MAX_PATH] = "";
   GetTempPathA(sizeof folder, folder);
-  m_path = std::string(folder) + "mr-test-" + std::to_string(GetCurrentProcessId()) + "-" +
-           std::to_string(++count);
-  if (!CreateDirectoryA(m_path.c_str(), nullptr))
-    abort();  // a test without its folder would look at another one's
+  const std::string own = std::string(folder) + "mr-test-" + std::to_string(GetCurrentProcessId()) + "-";
+  // A process of the same number, killed long ago, may have left folders behind.
+  do {
+    m_path = own + std::to_string(++count);
+    if (CreateDirectoryA(m_path.c_str(), nullptr))
+      return;
+  } while (GetLastError() == ERROR_ALREADY_EXISTS);
+  throw std::runtime_error("cannot create " + m_path);
 }
 
 static std::vector<WIN32_FIND_DATAA> entries_of(const std::string& path) {
@@ -40,7 +45,7 @@ static std::vector<WIN32_FIND_DATAA> entries_of(const std::string& path) {
   return entries;
 }
 
-static void remove_folder(const std::string& path) {
+static bool remove_folder(const std::string& path) {
   for (const WIN32_FIND_DATAA& entry : entries_of(path)) {
     const std::string name = path + "\\" + entry.cFileName;
     SetFileAttributesA(name.c_str(), FILE_ATTRIBUTE_NORMAL);
@@ -49,10 +54,14 @@ static void remove_folder(const std::string& path) {
     else
       DeleteFileA(name.c_str());
   }
-  RemoveDirectoryA(path.c_str());
+  return RemoveDirectoryA(path.c_str()) != 0;
 }
 
-mrTestFolder::~mrTestFolder() { remove_folder(m_path); }
+mrTestFolder::~mrTestFolder() {
+  // A process that was just ended closes its files a moment after its end is told.
+  for (int tries = 0; tries < 200 && !remove_folder(m_path); ++tries)
+    Sleep(10);
+}
 
 std::vector<std::string> mrTestFolder::names() const {
   std::vector<std::string> names;
