@@ -10,6 +10,8 @@ function(mr_add_test name)
   cmake_parse_arguments(arg "SHARED_BLOCK;DESKTOP" "" "SOURCES;LIBRARIES" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
   mr_configure(${name})
+  # The library is tested as it is released; the tests themselves compile in half the time without optimisation.
+  target_compile_options(${name} PRIVATE -O0)
   target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR})
   if(MR_ROUTE_LOGGER)
     target_compile_definitions(${name} PRIVATE MR_ROUTE_LOGGER)
