@@ -11,6 +11,7 @@
 #include "apps/SampleCad/scWindow.h"
 #include "framework/CString.h"
 
+#include <cstddef>
 #include <vector>
 
 constexpr char sc_grid_class[] = "SampleCadGrid";

@@ -13,6 +13,7 @@
 #include "framework/CString.h"
 
 #include <memory>
+#include <cstddef>
 #include <vector>
 
 constexpr UINT option_changed = static_cast<UINT>(-1105);

@@ -155,8 +155,9 @@ void list_track_bar_parts(const ItemLines& lines) {
   lines.send(TBM_GETTHUMBRECT, 0, reinterpret_cast<LPARAM>(&rect));
   lines.add("thumb", rect);
   lines.send(TBM_GETCHANNELRECT, 0, reinterpret_cast<LPARAM>(&rect));
-  // The channel of a vertical bar is answered as if it were horizontal.
-  if (GetWindowLongPtrA(lines.window, GWL_STYLE) & TBS_VERT)
+  // Some systems answer for a vertical bar as if it were horizontal.
+  const bool is_vertical = GetWindowLongPtrA(lines.window, GWL_STYLE) & TBS_VERT;
+  if (is_vertical && rect.right - rect.left > rect.bottom - rect.top)
     rect = {rect.top, rect.left, rect.bottom, rect.right};
   lines.add("channel", rect);
 }
