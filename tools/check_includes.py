@@ -81,6 +81,8 @@ def problem(root, source, bracket, target, public):
         return "is no file of the checkout: ours is written from the root, everything else in angle brackets"
     if not permitted(source, target, public):
         return "is a direction that is not permitted"
+    if source in public and target not in public:
+        return "is not installed, but the header that includes it is"
     return None
 
 

@@ -19,6 +19,7 @@ class IncludeDirections(unittest.TestCase):
                        "model/mrActionFactory.h", "model/mrRecorder.h", "model/private.h", "script/mrText.h",
                        "controls/mrButton.h", "apps/mrrec/options.h", "apps/mrmap/options.h"):
             self.write(header, "")
+        self.write("framework/CMakeLists.txt", "mr_install_headers(framework CString.h)\n")
         self.write("model/CMakeLists.txt", "mr_install_headers(model mrActionFactory.h\n  mrRecorder.h)\n")
 
     def write(self, name, text):
@@ -54,6 +55,12 @@ class IncludeDirections(unittest.TestCase):
                                 ("namer/a.cpp", '"hooks/mrChannel.h"'), ("hooks/a.cpp", '"model/mrActionFactory.h"'),
                                 ("framework/a.h", '"host/mrZip.h"'), ("framework/a.h", "<commctrl.h>")):
             self.assert_refused(source, include)
+
+    def test_an_installed_header_includes_installed_headers_only(self):
+        self.assert_permitted("model/mrRecorder.h", '"model/mrActionFactory.h"')
+        self.assert_permitted("model/mrRecorder.h", '"framework/CString.h"')
+        self.assert_refused("model/mrRecorder.h", '"model/private.h"')
+        self.assert_permitted("model/mrRecorder.cpp", '"model/private.h"')
 
     def test_only_the_dispatcher_knows_the_factory_interface(self):
         self.assert_permitted("hooks/mrDispatcher.cpp", '"model/mrActionFactory.h"')
