@@ -11,6 +11,7 @@
 #include <cstring>
 
 int mrBaseWindowFactory::m_ignore_commands[max_ignore_commands];
+int& mrBaseWindowFactory::m_ignore_commands_count = shared_block().ignore_commands_count;
 std::vector<mrCommandRec> mrBaseWindowFactory::mr_commands_stack;
 
 mrBaseWindowFactory::mrBaseWindowFactory(const char* script_name, const char* class_name)
@@ -50,15 +51,14 @@ void mrBaseWindowFactory::add_run_command(HWND window, int command) {
 // ---- ignore list --------------------------------------------------------------------------------
 
 void mrBaseWindowFactory::add_ignore_command(int id) {
-  int32_t& count = shared_block().ignore_commands_count;
-  if (count < max_ignore_commands)
-    m_ignore_commands[count++] = id;
+  if (m_ignore_commands_count < max_ignore_commands)
+    m_ignore_commands[m_ignore_commands_count++] = id;
 }
 
-void mrBaseWindowFactory::clear_ignore_commands() { shared_block().ignore_commands_count = 0; }
+void mrBaseWindowFactory::clear_ignore_commands() { m_ignore_commands_count = 0; }
 
 bool mrBaseWindowFactory::is_ignore(int id) {
-  const int* end = m_ignore_commands + shared_block().ignore_commands_count;
+  const int* end = m_ignore_commands + m_ignore_commands_count;
   return std::find(static_cast<const int*>(m_ignore_commands), end, id) != end;
 }
 

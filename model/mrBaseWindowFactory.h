@@ -114,7 +114,9 @@ protected:
   // Whether the user could have done something to a control: it is visible and enabled. Host process.
   static bool is_operable(HWND control) { return IsWindowVisible(control) && IsWindowEnabled(control); }
 
-  static int m_ignore_commands[max_ignore_commands];   // per process; the count is in the shared block
+  static int m_ignore_commands[max_ignore_commands];  // per process
+  // Valid entries of it. Deliberate: this one is in the shared block and common to all processes.
+  static int& m_ignore_commands_count;
   static std::vector<mrCommandRec> mr_commands_stack;  // per process, host GUI thread
 
 private:

@@ -170,4 +170,13 @@ TEST_F(Boundary, VirtualOperationsStandInTheirOrder) {
                                                                                             point));
   EXPECT_TRUE(reinterpret_cast<bool (*)(const void*, const char*)>(table[8])(&spy, "SpyClass"));
   EXPECT_EQ((std::vector<std::string>{"7 start", "7 message 2 0 1", "7 data 3", "7 declare"}), log);
+
+  int alive = 0;
+  mrAction* const action = new ProgramAction(&factory, &alive);
+  void** const action_table = *reinterpret_cast<void***>(action);
+  CString script;
+  reinterpret_cast<void (*)(void*, CString&)>(action_table[0])(action, script);
+  EXPECT_EQ("  program(\"\");", script);
+  reinterpret_cast<void (*)(void*)>(action_table[2])(action);  // the deleting one
+  EXPECT_EQ(0, alive);
 }

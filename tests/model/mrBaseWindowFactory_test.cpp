@@ -165,6 +165,7 @@ TEST_F(IgnoreCommands, FindsWhatWasAdded) {
   EXPECT_TRUE(mrProbeFactory::is_ignore(-5));
   EXPECT_FALSE(mrProbeFactory::is_ignore(32772));
   EXPECT_EQ(2, shared_block().ignore_commands_count);
+  EXPECT_EQ(&shared_block().ignore_commands_count, &mrProbeFactory::m_ignore_commands_count);
 }
 
 TEST_F(IgnoreCommands, KeepsSixteenAndDropsTheRest) {

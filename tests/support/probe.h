@@ -21,5 +21,6 @@ public:
   using mrBaseWindowFactory::get_named_declaration;
   using mrBaseWindowFactory::get_script_name;
   using mrBaseWindowFactory::m_ignore_commands;
+  using mrBaseWindowFactory::m_ignore_commands_count;
   using mrBaseWindowFactory::mr_commands_stack;
 };
