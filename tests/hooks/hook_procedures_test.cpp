@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -322,4 +324,113 @@ TEST_F(Installation, IsUndoneByCtrlBreakWhichTellsTheRecorderOnce) {
        {shared.get_message_hook, shared.call_wnd_hook, shared.call_wnd_ret_hook, shared.cbt_hook})
     EXPECT_FALSE(UnhookWindowsHookEx(hook)) << "still installed";
   EXPECT_TRUE(install()) << "the next recording can start";
+}
+
+// ---- the chain ----------------------------------------------------------------------------------------
+
+// Hooks of somebody else, installed before the library's and therefore called behind them.
+namespace {
+
+struct Passed {
+  int code;
+  WPARAM wparam;
+  LPARAM lparam;
+  UINT message;  // 0 for a notification
+};
+std::vector<Passed> passed;
+LRESULT cbt_answer = 0;
+
+LRESULT CALLBACK note_get_message(int code, WPARAM wparam, LPARAM lparam) {
+  passed.push_back({code, wparam, lparam, reinterpret_cast<const MSG*>(lparam)->message});
+  return 0;
+}
+LRESULT CALLBACK note_call_wnd(int code, WPARAM wparam, LPARAM lparam) {
+  passed.push_back({code, wparam, lparam, reinterpret_cast<const CWPSTRUCT*>(lparam)->message});
+  return 0;
+}
+LRESULT CALLBACK note_call_wnd_ret(int code, WPARAM wparam, LPARAM lparam) {
+  passed.push_back({code, wparam, lparam, reinterpret_cast<const CWPRETSTRUCT*>(lparam)->message});
+  return 0;
+}
+LRESULT CALLBACK note_cbt(int code, WPARAM wparam, LPARAM lparam) {
+  passed.push_back({code, wparam, lparam, 0});
+  return code == HCBT_CREATEWND ? cbt_answer : 0;
+}
+
+class HookChain : public Installation {
+protected:
+  void SetUp() override {
+    const DWORD thread = GetCurrentThreadId();
+    hooks = {SetWindowsHookExA(WH_GETMESSAGE, note_get_message, nullptr, thread),
+             SetWindowsHookExA(WH_CALLWNDPROC, note_call_wnd, nullptr, thread),
+             SetWindowsHookExA(WH_CALLWNDPROCRET, note_call_wnd_ret, nullptr, thread),
+             SetWindowsHookExA(WH_CBT, note_cbt, nullptr, thread)};
+    ASSERT_TRUE(install());
+    passed.clear();
+  }
+  void TearDown() override {
+    for (const HHOOK hook : hooks)
+      UnhookWindowsHookEx(hook);
+    cbt_answer = 0;
+  }
+  static int count(UINT message) {
+    return static_cast<int>(std::count_if(passed.begin(), passed.end(),
+                                          [message](const Passed& p) { return p.message == message; }));
+  }
+
+  std::vector<HHOOK> hooks;
+};
+
+}  // namespace
+
+TEST_F(HookChain, GoesOnForEveryMessageClaimedOrNot) {
+  for (const bool claims : {false, true}) {
+    spies[17].claims = claims;
+    passed.clear();
+    SendMessageA(host, WM_USER + 5, 1, 2);
+    EXPECT_EQ(2, count(WM_USER + 5)) << "before and after the window procedure";
+    PostMessageA(host, WM_USER + 6, 1, 2);
+    pump_messages();
+    EXPECT_EQ(1, count(WM_USER + 6));
+  }
+}
+
+TEST_F(HookChain, GoesOnForTheRecordersWindowRemoteCallsAndTheStopKey) {
+  SendMessageA(recorder, WM_USER + 5, 1, 2);
+  EXPECT_EQ(2, count(WM_USER + 5));
+  shared_block().remote_message_id = RegisterWindowMessageA("MSG_MR_SEND_REMOTELY");
+  shared_block().remote_message = WM_USER + 7;
+  SendMessageA(host, shared_block().remote_message_id, 0, 0);
+  EXPECT_EQ(2, count(shared_block().remote_message_id));
+  PostMessageA(host, WM_KEYDOWN, VK_CANCEL, 1);
+  pump_messages();
+  EXPECT_EQ(1, count(WM_KEYDOWN));
+}
+
+// The spy that is asked first has seen the very arguments that the next hook gets.
+TEST_F(HookChain, PassesTheArgumentsOnUnchanged) {
+  std::vector<Passed> seen;
+  spies[17].on_message = [&](int, int code, WPARAM wparam, LPARAM lparam) {
+    seen.push_back({code, wparam, lparam, 0});
+  };
+  SendMessageA(host, WM_USER + 5, 0, 0);
+  PostMessageA(host, WM_USER + 6, 0, 0);
+  pump_messages();
+  const mrTestFrame created("TestFrame", "Created");
+  ASSERT_GE(seen.size(), 5u);
+  // In the same order; between them is what the recorder's window received.
+  auto next = passed.begin();
+  for (const Passed& one : seen) {
+    next = std::find_if(next, passed.end(), [&one](const Passed& p) {
+      return p.code == one.code && p.wparam == one.wparam && p.lparam == one.lparam;
+    });
+    ASSERT_NE(passed.end(), next);
+    ++next;
+  }
+}
+
+TEST_F(HookChain, KeepsTheAnswerOfAHookBehind) {
+  cbt_answer = 1;
+  EXPECT_EQ(nullptr, CreateWindowExA(0, "TestFrame", "Refused", WS_OVERLAPPEDWINDOW, 0, 0, 10, 10, nullptr,
+                                     nullptr, GetModuleHandleA(nullptr), nullptr));
 }

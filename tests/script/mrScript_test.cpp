@@ -173,6 +173,15 @@ TEST_F(Script, WritesTheFunctionsOfTheMainWindowAndOfWhatIsCalledOnly) {
             functions());
 }
 
+// Top-level means without a parent. An owned window is no child either, but has one.
+TEST_F(Script, WritesNoFunctionForAnOwnedWindowThatNobodyCalls) {
+  mrWindowInfo owned = mrLevel{"Tool", "Owned", 0, static_cast<__int64>(WS_POPUP)};
+  owned.flags = mr_window_not_child;
+  act({mrLevel{"Box", "A"}, owned, main_window("Frame", "x")}, "Click();");
+  EXPECT_EQ(std::string::npos, functions().find("function Owned"));
+  EXPECT_NE(std::string::npos, functions().find("function Main_x"));
+}
+
 TEST_F(Script, WritesTheFunctionOfAWindowThatTwoOthersShare) {
   act({mrLevel{"Box", "A"}, mrLevel{"#32770", "Dialog"}, main_window("Frame", "x")}, "Click();");
   act({mrLevel{"Box", "B"}, mrLevel{"#32770", "Dialog"}, main_window("Frame", "x")}, "Click();");
@@ -244,6 +253,19 @@ TEST_F(Script, NumbersTheFunctionsOfWindowsOfOneName) {
             "  Options_1().Click();\r\n"
             "  Options_2().Click();\r\n",
             body());
+}
+
+// What an earlier script called stays in the tree, and a window that is shared by now gets its function.
+TEST_F(Script, GoesOnWithTheWindowsOfTheScriptBefore) {
+  act({mrLevel{"Box", "A"}, mrLevel{"#32770", "Dialog"}, main_window("Frame", "x")}, "Click();");
+  script();
+  act({mrLevel{"Box", "B"}, mrLevel{"#32770", "Dialog"}, main_window("Frame", "x")}, "Click();");
+  EXPECT_EQ("function Main_x()\r\n{\r\n  return macro_player.\r\n    MainWindow(\"x\", \"\", "
+            "\"Frame\");\r\n}\r\n\r\n"
+            "function Dialog()\r\n{\r\n  return Main_x().\r\n    ChildDialog(\"Dialog\");\r\n}\r\n\r\n"
+            "function A()\r\n{\r\n  return Dialog().\r\n    ChildWindow(\"A\", \"Box\");\r\n}\r\n\r\n"
+            "function B()\r\n{\r\n  return Dialog().\r\n    ChildWindow(\"B\", \"Box\");\r\n}\r\n\r\n",
+            functions());
 }
 
 TEST_F(Script, IsTheSameWhenItIsAskedForAgain) {

@@ -21,10 +21,12 @@ void mrSpyFactory::on_start_record() {
     on_start();
 }
 
-bool mrSpyFactory::handle_message(int kind, int code, unsigned __int64 wparam, __int64 /*lparam*/) {
+bool mrSpyFactory::handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) {
   note("message " + std::to_string(kind) + " " + std::to_string(code) + " " + std::to_string(wparam));
   if (during_message)
     during_message();
+  if (on_message)
+    on_message(kind, code, wparam, lparam);
   return claims;
 }
 
@@ -53,6 +55,7 @@ mrSpies::~mrSpies() {
   for (int type = first_factory_type; type <= last_factory_type; ++type) {
     spy(type).claims = false;
     spy(type).during_message = nullptr;
+    spy(type).on_message = nullptr;
     spy(type).on_start = nullptr;
     spy(type).declare = nullptr;
     spy(type).log = nullptr;

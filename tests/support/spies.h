@@ -30,8 +30,9 @@ public:
 
   bool claims = false;                   // answer of handle_message
   std::function<void()> during_message;  // runs inside handle_message
-  std::function<void()> on_start;        // runs inside on_start_record
-  Declare declare;                       // null: declaredNot
+  std::function<void(int kind, int code, WPARAM wparam, LPARAM lparam)> on_message;  // the same
+  std::function<void()> on_start;  // runs inside on_start_record
+  Declare declare;                 // null: declaredNot
   std::vector<std::string>* log = nullptr;
 
 private:

@@ -1,0 +1,92 @@
+// What a window says it is, and how long that is remembered.
+#include "hooks/mrDispatcher.h"
+#include "hooks/mrHookKind.h"
+#include "hooks/mrHostMessages.h"
+#include "hooks/mrIdentity.h"
+#include "tests/support/clean_block.h"
+#include "tests/support/spies.h"
+#include "tests/support/test_window.h"
+
+#include <gtest/gtest.h>
+
+class IdentityMemory : public testing::Test {
+protected:
+  IdentityMemory() : window("IdentityFrame") {
+    window.set_answer([this](UINT message, WPARAM, LPARAM, LRESULT& result) {
+      if (message != request)
+        return false;
+      ++questions;
+      result = answer;
+      return true;
+    });
+    // Another recorder window: nothing is left of the test before.
+    shared_block().recorder_window = window;
+    is_identified(nullptr, 0, WM_USER);
+  }
+  ~IdentityMemory() override { set_shortcuts(true); }
+
+  void tell_of(UINT message) {
+    CWPSTRUCT call = {0, 0, message, window};
+    dispatch_hook_message(hookCallWndProc, 0, 1, reinterpret_cast<LPARAM>(&call));
+  }
+
+  mrCleanBlock clean;
+  mrSpies spies;
+  mrTestFrame window;
+  const UINT request = host_messages().request_grid_information;
+  LRESULT answer = mr_identity_answer;
+  int questions = 0;
+};
+
+TEST_F(IdentityMemory, AsksForEveryMessageThatMayBeRecorded) {
+  EXPECT_TRUE(is_identified(window, request, WM_LBUTTONDOWN));
+  answer = 164;
+  EXPECT_FALSE(is_identified(window, request, WM_LBUTTONDOWN));
+  EXPECT_FALSE(is_identified(window, request, WM_COMMAND));
+  EXPECT_EQ(3, questions);
+}
+
+TEST_F(IdentityMemory, RemembersTheLastAnswerForTheFlood) {
+  EXPECT_TRUE(is_identified(window, request, WM_MOUSEMOVE));
+  EXPECT_EQ(1, questions);
+  answer = 0;
+  EXPECT_TRUE(is_identified(window, request, WM_TIMER));
+  EXPECT_TRUE(was_identified(window, request));
+  EXPECT_EQ(1, questions);
+  EXPECT_FALSE(is_identified(window, request, WM_LBUTTONDOWN)) << "asked anew, and that is remembered";
+  EXPECT_FALSE(is_identified(window, request, WM_PAINT));
+  EXPECT_EQ(2, questions);
+}
+
+TEST_F(IdentityMemory, EndsWhenTheWindowComesOrGoes) {
+  for (const UINT message : {WM_NCCREATE, WM_NCDESTROY}) {
+    is_identified(window, request, WM_MOUSEMOVE);
+    const int before = questions;
+    tell_of(message);
+    is_identified(window, request, WM_MOUSEMOVE);
+    EXPECT_EQ(before + 1, questions);
+  }
+}
+
+// A question of a factory's own can make the host create or destroy windows.
+TEST_F(IdentityMemory, EndsAlsoWhileAnotherMessageIsDispatched) {
+  is_identified(window, request, WM_MOUSEMOVE);
+  spies[17].during_message = [this] { tell_of(WM_NCDESTROY); };
+  tell_of(WM_USER);
+  is_identified(window, request, WM_MOUSEMOVE);
+  EXPECT_EQ(2, questions);
+}
+
+TEST_F(IdentityMemory, EndsWithTheRecording) {
+  is_identified(window, request, WM_MOUSEMOVE);
+  shared_block().recorder_window = reinterpret_cast<HWND>(0x1234);
+  is_identified(window, request, WM_MOUSEMOVE);
+  EXPECT_EQ(2, questions);
+}
+
+TEST_F(IdentityMemory, IsNotUsedWithoutShortcuts) {
+  set_shortcuts(false);
+  is_identified(window, request, WM_MOUSEMOVE);
+  was_identified(window, request);
+  EXPECT_EQ(2, questions);
+}
