@@ -13,14 +13,6 @@ constexpr const char cad_tree_class[] = "CADTreeClass";
 // The record and its one buffer: filled and sent within one hook call.
 mrCADTreeRec record;
 
-// Every tree of the host sends its notifications through here, many for each repaint. What may become a
-// statement asks the tree anew; for the rest its last answer will do, since it only decides whether this
-// recorder or the tree view's claims what a hidden tree tells.
-bool is_cad_tree(HWND tree, const mrHookedMessage& msg, bool shows_in_the_script) {
-  const UINT request = kvtWM_REQUEST_CAD_TREE_INFORMATION;
-  return shows_in_the_script ? is_identified(tree, request, msg.message) : was_identified(tree, request);
-}
-
 }  // namespace
 
 mrCADTree::mrCADTree(HWND tree, mrBaseWindowFactory* factory) : mrTreeView(tree, factory) {
@@ -45,7 +37,9 @@ bool mrCADTreeFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/,
   }
   const MSG notified = {msg.window, msg.message, msg.wparam, msg.lparam, 0, {}};
   const HWND tree = is_tree_message(&notified);
-  if (!tree || !is_cad_tree(tree, msg, is_recorded_notification(notification(msg)->code)))
+  // Every tree of the host tells its parent much while it is painted: only what may become a statement asks
+  // the tree anew.
+  if (!tree || !is_identified(tree, kvtWM_REQUEST_CAD_TREE_INFORMATION, msg))
     return false;
   return handle_tree_message(tree, &notified);
 }

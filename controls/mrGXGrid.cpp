@@ -10,8 +10,8 @@ namespace {
 
 constexpr const char* grid_class = "GXGridClass";
 
-bool is_grid(HWND window, UINT message) {
-  return window && is_identified(window, host_messages().request_grid_information, message);
+bool is_grid(HWND window, const mrHookedMessage& msg) {
+  return window && is_identified(window, host_messages().request_grid_information, msg);
 }
 
 // The record's one buffer: filled and sent within one hook call.
@@ -40,7 +40,7 @@ bool mrGXGridFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, 
     return false;
   // Asked for every message: what a grid or its in-place editor receives is claimed, lest another recorder
   // takes the typing in a cell for its own.
-  if (is_grid(msg.window, msg.message) || is_grid(GetParent(msg.window), msg.message))
+  if (is_grid(msg.window, msg) || is_grid(GetParent(msg.window), msg))
     return true;
   if (msg.message != mr_grid_cell_changed || !msg.lparam)
     return false;
@@ -49,7 +49,7 @@ bool mrGXGridFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, 
 }
 
 bool mrGXGridFactory::on_cell_changed(const mrGXGridCell& cell) {
-  if (!is_grid(cell.grid, mr_grid_cell_changed))
+  if (!is_identified(cell.grid, host_messages().request_grid_information))
     return false;
   OutputDebugStringA("Class checked...\n");
   record.grid = cell.grid;

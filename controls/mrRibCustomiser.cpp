@@ -18,8 +18,8 @@ mrRibCustomiserRec record;
 
 // A widget is told by its answer alone, and a claim decides what every other recorder sees. So both windows
 // have to be asked about each message that somebody could record.
-bool is_widget(HWND window, UINT message) {
-  return is_identified(window, host_messages().request_rib_customisation, message);
+bool is_widget(HWND window, const mrHookedMessage& msg) {
+  return is_identified(window, host_messages().request_rib_customisation, msg);
 }
 
 }  // namespace
@@ -41,9 +41,9 @@ bool mrRibCustomiserFactory::handle_message(int kind, int /*code*/, WPARAM /*wpa
     return false;
   // Messages of a widget and of its children are nobody else's.
   const HWND parent = GetParent(msg.window);
-  if (parent && is_widget(parent, msg.message))
+  if (parent && is_widget(parent, msg))
     return true;
-  if (!is_widget(msg.window, msg.message))
+  if (!is_widget(msg.window, msg))
     return false;
   if (msg.message == BCGM_GRID_SEL_CHANGED)
     upload_selected(msg.window);

@@ -70,11 +70,6 @@ public:
 protected:
   static bool is_tree_class(const char* class_name);
 
-  // Whether a tree's notification can become a statement.
-  static bool is_recorded_notification(UINT code) {
-    return code == TVN_SELCHANGEDA || code == TVN_ENDLABELEDITA;
-  }
-
   // The 1-based places of an item and its ancestors among their siblings, from the root down, such as "1|3".
   // Asks the host's tree. Recorder process.
   static CString get_num_path(HWND tree, HTREEITEM item);

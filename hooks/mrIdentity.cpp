@@ -4,6 +4,8 @@
 #include "hooks/mrHostMessages.h"
 #include "hooks/mrSharedBlock.h"
 
+#include <commctrl.h>
+
 #include <cstdint>
 
 namespace {
@@ -43,24 +45,77 @@ void start_anew_for_another_recording() {
 
 }  // namespace
 
-// may_remember: the window's last answer will do.
-static bool identify(HWND window, UINT request, bool may_remember) {
-  if (!shortcuts)
-    return ask(window, request);
-  start_anew_for_another_recording();
-  mrAnswer& known = place_of(window, request);
-  if (may_remember && known.window == window && known.request == request)
-    return known.identified;
+// What trees, lists, tabs and option trees tell that becomes a statement.
+static bool is_recorded_notification(const NMHDR* header) {
+  if (!header)
+    return false;
+  switch (header->code) {
+  case TVN_SELCHANGEDA:
+  case TVN_ENDLABELEDITA:
+  case LVN_ITEMCHANGED:
+  case NM_DBLCLK:
+  case NM_RETURN:
+  case TCN_SELCHANGE:
+  case static_cast<UINT>(-1105):  // an option's value changed
+    return true;
+  default:
+    return false;
+  }
+}
+
+bool may_be_recorded(const mrHookedMessage& msg) {
+  constexpr UINT first_registered = 0xC000;
+  switch (msg.message) {
+  case WM_NOTIFY:
+    return is_recorded_notification(notification(msg));
+  // The generic recorder, buttons, edits, lists, sliders.
+  case WM_COMMAND:
+  case WM_SYSCOMMAND:
+  case WM_SETTEXT:
+  case EM_REPLACESEL:
+  case WM_SETFOCUS:
+  case WM_HSCROLL:
+  case WM_VSCROLL:
+  // Gestures on toolbars and menus.
+  case WM_CREATE:
+  case WM_DESTROY:
+  case WM_CLOSE:
+  case WM_SHOWWINDOW:
+  case WM_MOVE:
+  case WM_KILLFOCUS:
+  case WM_KEYDOWN:
+  case WM_CONTEXTMENU:
+  case WM_MENUSELECT:
+  case WM_ENTERMENULOOP:
+  case WM_EXITMENULOOP:
+  case 0x1EF:  // MN_BUTTONUP
+  // What the host's own controls tell.
+  case WM_USER + 901:  // a tab beam's tab was chosen
+  case WM_USER + 925:  // a grid's cell was changed
+    return true;
+  default:
+    return (msg.message >= WM_LBUTTONDOWN && msg.message <= WM_MBUTTONDBLCLK) ||
+           msg.message >= first_registered;
+  }
+}
+
+bool is_identified(HWND window, UINT request) {
   const bool identified = ask(window, request);
-  known = {window, request, identified};
+  start_anew_for_another_recording();
+  place_of(window, request) = {window, request, identified};
   return identified;
 }
 
-bool is_identified(HWND window, UINT request, UINT message) {
-  return identify(window, request, is_flood_message(message));
+bool was_identified(HWND window, UINT request) {
+  start_anew_for_another_recording();
+  const mrAnswer& known = place_of(window, request);
+  const bool may_remember = shortcuts && known.window == window && known.request == request;
+  return may_remember ? known.identified : is_identified(window, request);
 }
 
-bool was_identified(HWND window, UINT request) { return identify(window, request, true); }
+bool is_identified(HWND window, UINT request, const mrHookedMessage& msg) {
+  return may_be_recorded(msg) ? is_identified(window, request) : was_identified(window, request);
+}
 
 static unsigned generation = 1;
 

@@ -6,22 +6,28 @@
 #pragma once
 
 #include "framework/mrApi.h"
+#include "hooks/mrHookedMessage.h"
 
 #include <windows.h>
 
-// Whether a window answers the request message (wParam 0, lParam 0) with 165. Host process, GUI thread,
-// inside a hook. message is the hooked message for which it is asked. For the flood of messages that nobody
-// records (moves, paints, timers, hit tests) the window's last answer counts, since a claim of those changes
-// nothing that is recorded; for every other message the window itself is asked, so that no decision that
-// shows in the script rests on memory.
-MR_API bool is_identified(HWND window, UINT request, UINT message);
+// Whether a window answers the request message (wParam 0, lParam 0) with 165: the window is asked. Host
+// process, GUI thread, inside a hook.
+MR_API bool is_identified(HWND window, UINT request);
 
-// The same where the answer does not show in what is recorded, whatever the message: the window's last
-// answer, asked only when there is none. Host process, GUI thread, inside a hook.
+// The same for a recorder that claims the messages of such windows. The window is asked for a message that
+// may be recorded, so that nothing that shows in the script rests on memory; for every other message, of
+// which there are many and whose claim changes nothing that is recorded, its last answer counts.
+MR_API bool is_identified(HWND window, UINT request, const mrHookedMessage& msg);
+
+// The window's last answer, asked only when there is none: where it does not show in what is recorded.
 MR_API bool was_identified(HWND window, UINT request);
 
-// Whether no recorder records a message of this number or changes its state over it, but for timers and
+// Whether some recorder records such messages or remembers something because of them, but for timers and
 // tracking that do not depend on the window.
+MR_API bool may_be_recorded(const mrHookedMessage& msg);
+
+// Whether a message of this number is one of those that flood past a window at rest: none of them comes first
+// after something has changed.
 constexpr bool is_flood_message(UINT message) {
   switch (message) {
   case WM_MOUSEMOVE:
