@@ -384,6 +384,17 @@ TEST_F(ToolbarGesture, DropDownToolbarIsALevelAboveTheButtonUnderTheMouse) {
   });
 }
 
+// The place of a click counts as well as that of a move.
+TEST_F(ToolbarGesture, DropDownBelongsToTheButtonThatWasClickedLast) {
+  const LookAlikeToolbar drop_down("BCGPToolBar:2", nullptr, {{401, BTNS_BUTTON, 4, "Red"}}, "Colours");
+  play({
+      posted(new_bcg, WM_LBUTTONDOWN, MK_LBUTTON, at(LookAlikeToolbar::middle_of(0)), claimed),
+      posted(new_bcg, WM_LBUTTONUP, 0, at(LookAlikeToolbar::middle_of(1)), claimed),
+      sent(drop_down, WM_CREATE, 0, 0, claimed),
+  });
+  EXPECT_EQ(302, factory.get_window_by_hwnd(new_bcg)->item_id);
+}
+
 TEST_F(ToolbarGesture, OtherWindowsThatOpenGoOn) {
   play(press_on_grid(), {
                             sent(view, WM_CREATE, 0, 0, left),
@@ -404,11 +415,11 @@ TEST_F(ToolbarGesture, HighlightedItemIsTheCurrentOneOfItsMenu) {
 }
 
 TEST_F(ToolbarGesture, ClosedMenuIsClaimedAndChangesNothing) {
-  play(open_file_menu(), {sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed)});
+  play(open_file_menu(), {sent(frame, WM_MENUSELECT, highlight(12), as_lparam(file), claimed)});
   const mrTapeUploads before = shipped();
   play({sent(view, WM_MENUSELECT, menu_is_closed, as_lparam(file), claimed)});
   EXPECT_EQ(before, shipped());
-  EXPECT_EQ(11, factory.get_window_by_hwnd(file_popup)->item_id);
+  EXPECT_EQ(12, factory.get_window_by_hwnd(file_popup)->item_id) << "not the item at position 0";
 }
 
 TEST_F(ToolbarGesture, HighlightOfAnUnknownMenuGoesOn) {
@@ -570,6 +581,18 @@ TEST_F(ToolbarGesture, FocusAfterAClickMakesItAGestureOfTheKeyboard) {
             shipped());
 }
 
+TEST_F(ToolbarGesture, FocusInAContextMenuOfToolbarsLeavesItOne) {
+  const LookAlikeToolbar drop_down("BCGPToolBar:2", nullptr, {});
+  play({
+      posted(view, WM_RBUTTONDOWN, MK_RBUTTON, at(7, 9), left),
+      sent(drop_down, WM_CREATE, 0, 0, claimed),
+      sent(drop_down, WM_SETFOCUS, 0, 0, claimed),
+  });
+  factory.make_snapshot();
+  EXPECT_EQ(gesture(mrTrackContextMenu, view, 7, 9, {empty_level(drop_down, nullptr, 0, "Bar", true)}),
+            shipped());
+}
+
 TEST_F(ToolbarGesture, FocusOfAnotherToolbarMakesNoGestureOfTheKeyboard) {
   play(press_on_grid(), {sent(toolbar, WM_SETFOCUS, 0, 0, claimed)});
   EXPECT_EQ(gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}), shipped());
@@ -641,6 +664,16 @@ TEST_F(ToolbarGesture, ItemChosenWithMouseOrKeyboardIsPending) {
                                sent(view, WM_NULL, 0, 0, left, c.chooses ? expected : none),
                            });
   }
+}
+
+TEST_F(ToolbarGesture, ChosenItemIsInTheSnapshot) {
+  play(open_file_menu(), {sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed)});
+  factory.get_window_by_hwnd(file_popup)->item_state = MFS_CHECKED;
+  mrToolbarRec checked = file_on_new();
+  checked.item_state = MFS_CHECKED;
+  EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()}), shipped());
+  play({posted(file_popup, button_up_in_popup, 0, 0, claimed)});
+  EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), checked}), shipped());
 }
 
 TEST_F(ToolbarGesture, SubmenuIsOpenedAndNotPending) {
@@ -889,6 +922,17 @@ TEST_F(ToolbarGesture, RequestIsClaimedAndChangesNothingOnceAnItemIsKnown) {
   EXPECT_EQ(gesture(mrTrackContextMenu, view, 7, 9, {file_on_new()}), shipped());
 }
 
+// Another gesture's snapshot is none of a context menu that has not begun.
+TEST_F(ToolbarGesture, RequestBeginsAContextMenuAfterAnotherGesture) {
+  play(press_on_grid(),
+       {sent(frame, WM_COMMAND, 102, as_lparam(toolbar), claimed,
+             gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}))});
+  POINT place = {7, 9};
+  ClientToScreen(frame, &place);
+  play({sent(frame, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view.get()), at(place.x, place.y), claimed)});
+  EXPECT_EQ(gesture(mrTrackContextMenu, view, 7, 9, {toolbar_on_grid()}), shipped());
+}
+
 TEST_F(ToolbarGesture, KeyboardRequestHasNegativePlace) {
   play({sent(frame, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view.get()), at(-1, -1), claimed)});
   POINT place = {-1, -1};
@@ -988,6 +1032,16 @@ TEST_F(ToolbarGesture, NewBcgToolbarsAndMenusAreNotAskedForTheHotButton) {
   play({sent(new_bcg, WM_SETFOCUS, 0, 0, claimed)});
   EXPECT_EQ(0, new_bcg.questions[TB_GETHOTITEM]);
   EXPECT_EQ(0, factory.get_window_by_hwnd(new_bcg)->item_id);
+}
+
+TEST_F(ToolbarGesture, UploadEndsTheGestureButNotItsStack) {
+  play(press_on_grid());
+  uploads.clear();
+  factory.command_invoked();
+  EXPECT_EQ(gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}).front(),
+            uploads.last().bytes);
+  EXPECT_FALSE(factory.is_tracking());
+  EXPECT_TRUE(factory.is_in_stack(toolbar));
 }
 
 // The snapshot outlives the popups: the command comes after they are closed.

@@ -282,6 +282,18 @@ TEST_F(ToolbarEndToEnd, KeyboardInAnOldBcgToolbar) {
       finish());
 }
 
+TEST_F(ToolbarEndToEnd, DropDownByTheKeyboardInAnOldBcgToolbar) {
+  keys({VK_F6, VK_RIGHT, VK_RIGHT, VK_RIGHT, VK_DOWN, VK_DOWN, VK_RETURN});
+  EXPECT_EQ(
+      (Lines{"  Main_SampleCad().Command(" + id(IDM_TOOLBAR_FOCUS_DRAW) + ");", "  TBB_Cylinder().Click();"}),
+      finish());
+  EXPECT_TRUE(declares("GetItemByID(\"More\", " + id(IDM_DRAW_MORE) +
+                       ").\r\n"
+                       "        Expand().\r\n"
+                       "          GetItemByID(\"Cylinder\", " +
+                       id(IDM_DRAW_CYLINDER) + ");\r\n"));
+}
+
 // Its hot button is not asked for: the command stands for the button.
 TEST_F(ToolbarEndToEnd, KeyboardInANewBcgToolbar) {
   user.key(VK_F6, {VK_SHIFT});
