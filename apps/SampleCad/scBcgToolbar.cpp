@@ -14,6 +14,7 @@ namespace {
 constexpr char old_class[] = "BCGToolBar:400000:8:10003:10";
 constexpr char new_class[] = "BCGPToolBar:400000:8:10003:10";
 
+// Fixed sizes, whatever the font: tests click on buttons by their rectangles.
 constexpr int margin = 3;  // pixels around the buttons
 constexpr int button_height = 26;
 constexpr int plain_width = 26;
@@ -42,6 +43,7 @@ void frame_rect(HDC dc, const RECT& rect, COLORREF colour) {
   FrameRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
 
+// One of these bars or their drop-downs, whose clicks they handle themselves.
 bool is_bar_class(HWND window) {
   char name[32] = "";
   GetClassNameA(window, name, sizeof(name));
@@ -95,6 +97,7 @@ void scBcgToolbar::close_popup() {
     return;
   if (g_open == this)
     g_open = nullptr;
+  // Taken out first: its end must not find it here again.
   const std::unique_ptr<scBcgToolbar> popup = std::move(m_popup);
   DestroyWindow(popup->handle());
   set_hot(-1);
@@ -131,7 +134,7 @@ LRESULT scBcgToolbar::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
   case TB_GETSTRINGA:
   case TB_GETHOTITEM:
     return on_toolbar_message(message, wparam, lparam);
-  case WM_MOUSEACTIVATE:
+  case WM_MOUSEACTIVATE:  // a click on a bar leaves the focus where it is
     return MA_NOACTIVATE;
   case WM_LBUTTONDOWN:
   case WM_LBUTTONDBLCLK:
@@ -144,6 +147,7 @@ LRESULT scBcgToolbar::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     on_mouse_move(message_point(lparam));
     return 0;
   case WM_MOUSELEAVE:
+    // The keyboard and an open drop-down keep their button lit.
     if (GetFocus() != handle() && !m_popup)
       set_hot(-1);
     return 0;
@@ -155,7 +159,7 @@ LRESULT scBcgToolbar::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     set_hot(-1);
     return 0;
   case WM_GETDLGCODE:
-    return DLGC_WANTALLKEYS;
+    return DLGC_WANTALLKEYS;  // Return is for the hot button
   case WM_KEYDOWN:
     on_key(wparam);
     return 0;
@@ -207,6 +211,7 @@ bool scBcgToolbar::get_button(int index, TBBUTTON& out) const {
   return true;
 }
 
+// The length of the text, -1 when the button has none of its own; a buffer holds at least 260 characters.
 LRESULT scBcgToolbar::get_text(int command, char* out) const {
   for (const scBarButton& button : m_buttons)
     if (button.command == command && !button.text_in_pool && !button.text.IsEmpty()) {
@@ -227,6 +232,7 @@ LRESULT scBcgToolbar::get_pool_text(WPARAM number, char* out) const {
 }
 
 void scBcgToolbar::update(const scCommandStateOf& state_of) {
+  // A drop-down that is no command is always enabled.
   for (size_t i = 0; i < m_buttons.size(); ++i)
     m_states[i] = m_buttons[i].command > 0 ? state_of(m_buttons[i].command) : scCommandState();
   InvalidateRect(handle(), nullptr, FALSE);
@@ -239,6 +245,7 @@ void scBcgToolbar::on_button_down(POINT at) {
   if (!is_button(index) || !enabled(index))
     return;
   const bool has_choices = !m_buttons[static_cast<size_t>(index)].choices.empty();
+  // A second click on the button closes what the first has opened.
   if (has_choices && m_popup) {
     close_popup();
     return;
@@ -264,6 +271,7 @@ void scBcgToolbar::on_button_up(POINT at) {
 void scBcgToolbar::on_mouse_move(POINT at) {
   const int index = button_at(at);
   set_hot(is_button(index) ? index : -1);
+  // Asked for anew with every move: the system tells of the mouse's leaving once.
   TRACKMOUSEEVENT leave = {sizeof(leave), TME_LEAVE, handle(), 0};
   TrackMouseEvent(&leave);
 }
@@ -275,6 +283,7 @@ void scBcgToolbar::press(int index) {
     return;
   const int command = button.command;
   const HWND frame = m_frame;
+  // As after a click: the focus goes back before the command runs.
   if (GetFocus() == handle())
     SetFocus(m_focus_before);
   // Posted first: closing a drop-down ends this object.
@@ -303,7 +312,7 @@ void scBcgToolbar::on_key(WPARAM key) {
     if (!bar.is_button(bar.m_hot) || !bar.enabled(bar.m_hot))
       break;
     const bool from_popup = m_popup != nullptr;
-    bar.press(bar.m_hot);
+    bar.press(bar.m_hot);  // ends the drop-down: bar is not used below
     if (from_popup && GetFocus() == handle())
       SetFocus(m_focus_before);
     break;
@@ -316,6 +325,7 @@ void scBcgToolbar::on_key(WPARAM key) {
   }
 }
 
+// To the next button in this direction, past separators and disabled ones, around the end.
 void scBcgToolbar::step_hot(int direction) {
   const int count = static_cast<int>(m_buttons.size());
   int index = m_hot;
@@ -385,6 +395,7 @@ void scBcgToolbar::paint() {
                          {client.right, client.bottom, GetRValue(bar_bottom) << 8, GetGValue(bar_bottom) << 8,
                           GetBValue(bar_bottom) << 8, 0}};
   GRADIENT_RECT whole = {0, 1};
+  // Drop-downs are plain; so is everything where there is no gradient.
   if (m_opener || !GradientFill(dc, corners, 2, &whole, 1, GRADIENT_FILL_RECT_V))
     fill(dc, client, bar_top);
   frame_rect(dc, client, edge);

@@ -6,6 +6,7 @@
 
 namespace {
 
+// COLORREF has red in the low byte, a bitmap blue.
 uint32_t pixel(COLORREF colour) {
   return static_cast<uint32_t>(GetRValue(colour)) << 16 | static_cast<uint32_t>(GetGValue(colour)) << 8 |
          GetBValue(colour);
@@ -33,6 +34,7 @@ bool scCanvas::resize(int width, int height) {
   height = std::max(height, 1);
   if (m_pixels && width == m_width && height == m_height)
     return true;
+  // No reallocation while a window is only painted again.
   release();
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof(info.bmiHeader);
@@ -63,6 +65,7 @@ void scCanvas::gradient(COLORREF top, COLORREF bottom) {
 }
 
 void scCanvas::blend(int x, int y, COLORREF colour, double opacity) {
+  // Smooth lines reach one pixel beyond the clipped ends.
   if (x < 0 || y < 0 || x >= m_width || y >= m_height)
     return;
   uint32_t& target = m_pixels[static_cast<size_t>(y) * m_width + x];
@@ -75,6 +78,7 @@ void scCanvas::blend(int x, int y, COLORREF colour, double opacity) {
 bool scCanvas::clip(double& x0, double& y0, double& x1, double& y1) const {
   const double dx = x1 - x0;
   const double dy = y1 - y0;
+  // Parameters along the line at which it enters and leaves each side.
   const double step[] = {-dx, dx, -dy, dy};
   const double room[] = {x0, m_width - 1 - x0, y0, m_height - 1 - y0};
   double first = 0;

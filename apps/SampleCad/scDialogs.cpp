@@ -15,6 +15,7 @@ struct DialogEntry {
   void (*show)();
 };
 
+// One row per dialog: a new one needs its file, a row here and, when it has one, its menu item.
 constexpr DialogEntry dialogs[] = {
     {"shape", IDM_DRAW_SHAPE, show_shape_dialog},
     {"find", IDM_EDIT_FIND, show_find_dialog},
@@ -63,6 +64,7 @@ int dialog_command(const char* name) {
 }
 
 const char* dialog_names() {
+  // Put together once; the text lives as long as the program.
   static const CString names = [] {
     CString all;
     for (const DialogEntry& entry : dialogs)

@@ -17,6 +17,8 @@
 
 namespace {
 
+// The system's number; it has no name among the ids.
+constexpr int address_bar_id = 1001;
 constexpr char model_ending[] = ".scm";
 
 // The folder shown last, by all file dialogs; at first the current one.
@@ -29,6 +31,7 @@ CString& last_folder() {
   return folder;
 }
 
+// The path functions take 259 characters; longer names cannot be combined and are refused by accept.
 bool is_folder(const CString& path) { return PathIsDirectoryA(path); }
 bool is_file(const CString& path) { return PathFileExistsA(path) && !is_folder(path); }
 
@@ -45,6 +48,7 @@ protected:
   void on_init() override {
     SetWindowTextA(handle(), m_saving ? "Save as" : "Open");
     set_text(IDOK, m_saving ? "&Save" : "&Open");
+    // The first type shows models only, the second everything.
     for (const char* type : {"Models (*.scm)", "All files"})
       send(IDC_FILE_TYPE, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(type));
     send(IDC_FILE_TYPE, CB_SETCURSEL, 0);
@@ -74,7 +78,7 @@ protected:
 
 private:
   scFolderView& view() const { return scFolderView::of(item(IDC_FILE_VIEW)); }
-  HWND address_bar() const { return item(IDC_FILE_ADDRESS); }
+  HWND address_bar() const { return item(address_bar_id); }
 
   void add_up_button() {
     const HWND bar = address_bar();
@@ -88,6 +92,7 @@ private:
     SendMessageA(bar, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
   }
 
+  // The toolbar's text is what recorders read the folder from; the label is what the user reads.
   void show_folder() {
     SetWindowTextA(address_bar(), "Address: " + m_folder);
     set_text(IDC_COMMENT, m_folder);
@@ -100,6 +105,7 @@ private:
     return PathCombineA(combined, m_folder, name) ? CString(combined) : CString();
   }
 
+  // Goes into a folder; names that are none are ignored.
   void enter(const CString& name) {
     const CString folder = full_path(name);
     if (!is_folder(folder))
@@ -116,6 +122,7 @@ private:
     else if (code == LBN_DBLCLK && folder)
       enter(name);
     else if (code == LBN_DBLCLK)
+      // As if the button had been pressed, wParam exactly IDOK.
       SendMessageA(handle(), WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(item(IDOK)));
   }
 
@@ -126,11 +133,13 @@ private:
       set_text(IDC_FILE_MESSAGE, "Which file?");
       return false;
     }
+    // A folder typed as file name is opened, as file dialogs do.
     if (is_folder(path)) {
       enter(path);
       set_text(IDC_FILE_NAME, "");
       return false;
     }
+    // An existing file is replaced without a question: nothing here is precious.
     if (m_saving && !*PathFindExtensionA(path))
       path += model_ending;
     if (!m_saving && !is_file(path)) {
@@ -147,6 +156,7 @@ private:
   CString m_path;
 };
 
+// Both give the full path of the file, "" when the user has cancelled.
 CString ask_in_own_dialog(bool saving) {
   scFolderView::register_view();
   FileDialog dialog(saving);
@@ -163,11 +173,13 @@ CString ask_in_system_dialog(bool saving) {
   asked.nMaxFile = sizeof(path);
   asked.lpstrDefExt = model_ending + 1;
   asked.lpstrInitialDir = last_folder();
+  // The current directory stays: recorders read a folder from it when there is no address bar.
   asked.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
   const BOOL chosen = saving ? GetSaveFileNameA(&asked) : GetOpenFileNameA(&asked);
   return chosen ? CString(path) : CString();
 }
 
+// A model opens in a document of its own.
 void open_model(const CString& path) {
   if (path.IsEmpty())
     return;

@@ -10,6 +10,7 @@ namespace {
 constexpr int row_height = 18;  // pixels
 constexpr int column_width = 168;
 
+// Without regard to case, as file names are.
 bool ends_with(const CString& name, const CString& ending) {
   const int start = name.GetLength() - ending.GetLength();
   return start >= 0 && lstrcmpiA(name.Mid(start), ending) == 0;
@@ -26,6 +27,7 @@ scFolderView& scFolderView::of(HWND window) { return *static_cast<scFolderView*>
 void scFolderView::show(const CString& folder, const CString& ending) {
   m_entries.clear();
   m_selected = static_cast<size_t>(-1);
+  // A folder that cannot be read looks empty; its path stands above the list.
   WIN32_FIND_DATAA found = {};
   const HANDLE search = FindFirstFileA(folder + "\\*", &found);
   if (search != INVALID_HANDLE_VALUE) {
@@ -37,6 +39,7 @@ void scFolderView::show(const CString& folder, const CString& ending) {
     } while (FindNextFileA(search, &found));
     FindClose(search);
   }
+  // Folders first, then by name: an order that no file system changes.
   std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
     return a.is_folder != b.is_folder ? a.is_folder : lstrcmpiA(a.name, b.name) < 0;
   });
@@ -61,6 +64,7 @@ LRESULT scFolderView::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     select_at(message_point(lparam));
     return 0;
   case WM_LBUTTONDBLCLK:
+    // The first click of the double click has selected it.
     if (m_selected < m_entries.size())
       tell(LBN_DBLCLK);
     return 0;
@@ -102,9 +106,11 @@ void scFolderView::list_items(const Add& add) const {
   const RECT client = client_rect(handle());
   for (size_t i = 0; i < m_entries.size(); ++i) {
     const RECT rect = entry_rect(i);
+    // Names in the ready file hold no blanks.
     CString word;
     for (int c = 0; c < m_entries[i].name.GetLength(); ++c)
       word += m_entries[i].name[c] == ' ' ? '_' : m_entries[i].name[c];
+    // What does not fit is not seen: there is no scrolling here.
     if (rect.left < client.right)
       add(word, rect);
   }

@@ -31,6 +31,7 @@ scFrame& main_frame() {
 
 bool scFrame::create_main(const char* path) {
   register_class(frame_class, 0, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
+  // On a small screen as large as fits.
   RECT desktop = {};
   SystemParametersInfoA(SPI_GETWORKAREA, 0, &desktop, 0);
   const int width = std::min<int>(1000, desktop.right - desktop.left);
@@ -52,6 +53,7 @@ bool scFrame::create_main(const char* path) {
 
 void scFrame::create_children() {
   CLIENTCREATESTRUCT clients = {};
+  // The MDI client appends the documents to this menu.
   clients.hWindowMenu = GetSubMenu(GetMenu(handle()), window_menu_position);
   clients.idFirstChild = first_child_id;
   m_mdi_client = CreateWindowExA(WS_EX_CLIENTEDGE, "MDICLIENT", "",
@@ -67,7 +69,7 @@ void scFrame::create_children() {
 
 void scFrame::layout() {
   RECT room = client_rect(handle());
-  SendMessageA(m_status_bar, WM_SIZE, 0, 0);
+  SendMessageA(m_status_bar, WM_SIZE, 0, 0);  // it places itself at the bottom
   if (IsWindowVisible(m_status_bar) || !IsWindowVisible(handle())) {
     RECT bar = {};
     GetWindowRect(m_status_bar, &bar);
@@ -115,6 +117,7 @@ LRESULT scFrame::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     layout();
     return 0;  // the documents' room is set by layout, not by the default procedure
   case WM_COMMAND:
+    // The documents in the Window menu are the default procedure's.
     if (lparam == 0 && LOWORD(wparam) < first_child_id) {
       on_command(LOWORD(wparam));
       return 0;
@@ -144,6 +147,7 @@ LRESULT scFrame::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
 
 scDocument* scFrame::new_document() {
   auto* document = new scDocument(*this, ++m_document_count);
+  // From here on the document belongs to its window.
   if (document->create_in(m_mdi_client)) {
     on_document_activated(document);
     return document;
@@ -187,6 +191,7 @@ void scFrame::on_selection_changed(scDocument* document) {
 }
 
 void scFrame::close_all_documents() {
+  // One after the other: closing one activates the next.
   while (const HWND child = reinterpret_cast<HWND>(SendMessageA(m_mdi_client, WM_MDIGETACTIVE, 0, 0)))
     SendMessageA(m_mdi_client, WM_MDIDESTROY, reinterpret_cast<WPARAM>(child), 0);
 }

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int row_height = 19;  // pixels
+constexpr int row_height = 19;  // pixels; fixed, so that cells are where tests expect them
 constexpr LRESULT is_a_grid = 165;
 
 UINT grid_information() {
@@ -31,14 +31,16 @@ void scGrid::set_columns(std::vector<CString> titles, std::vector<int> widths) {
 }
 
 void scGrid::set_row_count(int rows) {
-  m_edit.end(false);
+  m_edit.end(false);  // its cell may not be there any more
   m_rows = rows;
   m_cells.resize(static_cast<size_t>(rows) * m_titles.size());
+  // The current cell may be gone.
   m_row = std::clamp(m_row, 1, std::max(rows, 1));
   scroll_to(m_first_row);
 }
 
 void scGrid::set_text(int row, int column, const CString& text) {
+  // Asked often with what is there already; no flicker then.
   if (!is_cell(row, column) || m_cells[index(row, column)] == text)
     return;
   m_cells[index(row, column)] = text;
@@ -60,7 +62,7 @@ LRESULT scGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     update_scroll_bar();
     return 0;
   case WM_GETDLGCODE:
-    return DLGC_WANTARROWS | DLGC_WANTCHARS;
+    return DLGC_WANTARROWS | DLGC_WANTCHARS;  // both mean something here, not to the dialog
   case WM_LBUTTONDOWN:
     on_click(message_point(lparam));
     return 0;
@@ -78,7 +80,7 @@ LRESULT scGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
       const char typed[] = {static_cast<char>(wparam), '\0'};
       begin_edit(typed);
       if (m_edit.is_open())
-        SendMessageA(GetFocus(), EM_SETSEL, 1, 1);
+        SendMessageA(GetFocus(), EM_SETSEL, 1, 1);  // the next letter goes behind the first
       return 0;
     }
     break;
@@ -97,7 +99,7 @@ LRESULT scGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     InvalidateRect(handle(), nullptr, FALSE);
     return 0;
   case WM_ERASEBKGND:
-    return TRUE;
+    return TRUE;  // paint covers every pixel
   case WM_PAINT:
     paint();
     return 0;
@@ -115,6 +117,7 @@ LRESULT scGrid::on_information(WPARAM code, LPARAM lparam) const {
   const auto& request = *reinterpret_cast<const scGridCellRequest*>(lparam);
   const int row = static_cast<int>(request.row);
   const int column = static_cast<int>(request.column);
+  // A cell that does not exist leaves the asker's buffer alone.
   if (!is_cell(row, column) || !request.capacity)
     return 0;
   lstrcpynA(request.text, text(row, column), static_cast<int>(request.capacity));
@@ -149,6 +152,7 @@ bool scGrid::on_key(WPARAM key) {
   }
 }
 
+// Makes a cell the current one and scrolls so that it is seen.
 void scGrid::move_to(int row, int column) {
   if (!is_cell(row, column))
     return;
@@ -170,6 +174,7 @@ void scGrid::begin_edit(const CString& text) {
 }
 
 void scGrid::finish_edit(const CString& typed) {
+  // The same text again is no change, and nobody is told.
   if (!is_cell(m_row, m_column) || text(m_row, m_column) == typed)
     return;
   set_text(m_row, m_column, typed);
@@ -179,10 +184,11 @@ void scGrid::finish_edit(const CString& typed) {
 
 // ---- layout and drawing -------------------------------------------------------------------------
 
+// Whole rows below the titles.
 int scGrid::visible_rows() const { return std::max<int>(1, client_rect(handle()).bottom / row_height - 1); }
 
 void scGrid::scroll_to(int first_row) {
-  m_edit.end(true);
+  m_edit.end(true);  // the box does not travel with its cell
   m_first_row = std::clamp(first_row, 1, std::max(1, m_rows - visible_rows() + 1));
   update_scroll_bar();
   InvalidateRect(handle(), nullptr, FALSE);
@@ -199,6 +205,7 @@ RECT scGrid::cell_rect(int row, int column) const {
     left += m_widths[static_cast<size_t>(i - 1)];
   const RECT client = client_rect(handle());
   const int right = column == columns() ? client.right : left + m_widths[static_cast<size_t>(column - 1)];
+  // Row 0, the titles, does not scroll.
   const int line = row == 0 ? 0 : row - m_first_row + 1;
   return {left, line * row_height, right, (line + 1) * row_height};
 }

@@ -12,11 +12,13 @@ constexpr double pi = 3.14159265358979323846;
 constexpr char file_mark[] = "SampleCad model 1";
 constexpr size_t max_undo = 100;
 
+// Light colours: the usual background is dark. On paper the view halves them.
 constexpr COLORREF steel = RGB(150, 205, 255);
 constexpr COLORREF brass = RGB(255, 205, 110);
 constexpr COLORREF copper = RGB(255, 150, 110);
 constexpr COLORREF green = RGB(150, 235, 160);
 
+// A shape for the ready-made assemblies; they fill in nothing else.
 scShape made(scShapeKind kind, const char* name, const char* group, scPoint3 at, double radius, double height,
              COLORREF colour) {
   scShape shape;
@@ -34,6 +36,7 @@ scShape made(scShapeKind kind, const char* name, const char* group, scPoint3 at,
 bool read_shape(const char* line, scShape& shape) {
   char name[260] = "";
   char group[260] = "";
+  // The widths in the format are one less than the buffers.
   int kind = 0;
   unsigned colour = 0;
   int visible = 0;
@@ -63,13 +66,15 @@ const scShape* scModel::find(int id) const {
   return nullptr;
 }
 
+// Whole copies: a model has some dozens of objects, and nothing can be forgotten this way.
 void scModel::keep_for_undo() {
   m_undo.push_back(m_shapes);
   if (m_undo.size() > max_undo)
     m_undo.erase(m_undo.begin());
-  m_redo.clear();
+  m_redo.clear();  // a new change ends what was undone before
 }
 
+// Last, so that the listener finds the model as it is now.
 void scModel::tell() {
   m_modified = true;
   if (m_listener)
@@ -84,7 +89,7 @@ int scModel::add(scShape shape) {
 void scModel::insert(const std::vector<scShape>& shapes) {
   keep_for_undo();
   for (scShape shape : shapes) {
-    shape.id = m_next_id++;
+    shape.id = m_next_id++;  // never given twice, so that undo brings objects back under their own ids
     m_shapes.push_back(shape);
   }
   tell();
@@ -104,6 +109,7 @@ void scModel::remove(const std::vector<int>& ids) {
   const auto is_removed = [&ids](const scShape& shape) {
     return std::find(ids.begin(), ids.end(), shape.id) != ids.end();
   };
+  // Nothing to remove is no step of undo.
   if (std::none_of(m_shapes.begin(), m_shapes.end(), is_removed))
     return;
   keep_for_undo();
@@ -134,6 +140,7 @@ bool scModel::load(const char* path) {
   if (!file)
     return false;
   char line[1024];
+  // Read into a list of its own: a file that breaks off in the middle leaves the model alone.
   bool good = std::fgets(line, sizeof(line), file) && !std::strncmp(line, file_mark, sizeof(file_mark) - 1);
   std::vector<scShape> shapes;
   while (good && std::fgets(line, sizeof(line), file)) {
@@ -146,7 +153,7 @@ bool scModel::load(const char* path) {
     return false;
   m_shapes.clear();
   insert(shapes);
-  m_undo.clear();
+  m_undo.clear();  // a freshly opened model has no past
   m_modified = false;
   return true;
 }
@@ -160,12 +167,14 @@ bool scModel::save(const char* path) {
     std::fprintf(file, "%d\t%.3f\t%.3f\t%.3f\t%.3f\t%.3f\t%06lx\t%d\t%d\t%d\t%s\t%s\r\n", shape.kind,
                  shape.at.x, shape.at.y, shape.at.z, shape.radius, shape.height, shape.colour, shape.visible,
                  shape.checked, shape.starred, shape.name.GetString(), shape.group.GetString());
+  // A full disk shows only here.
   if (std::fclose(file) != 0)
     return false;
   m_modified = false;
   return true;
 }
 
+// On the corners of the gearbox's base plate, whole millimetres: the numbers are seen in grids.
 std::vector<scShape> bolt_circle_shapes(int bolts) {
   std::vector<scShape> shapes;
   for (int i = 0; i < bolts; ++i) {

@@ -11,11 +11,13 @@ constexpr int row_height = 20;  // pixels
 constexpr int indent = 18;
 constexpr int box_size = 12;
 
+// The number of the request; the same in every process that registers the name.
 UINT option_information() {
   static const UINT message = RegisterWindowMessageA("MSG_OT_RequestInformation");
   return message;
 }
 
+// Cut to the asker's buffer, with its terminator; 1 when there was anything to copy into.
 LRESULT copy_text(const scOptionRequest& request, const CString& text) {
   if (!request.text || !request.capacity)
     return 0;
@@ -37,6 +39,7 @@ void scOptionTree::register_tree() {
 scOptionTree& scOptionTree::of(HWND window) { return *static_cast<scOptionTree*>(object_of(window)); }
 
 scOption* scOptionTree::add(scOption* parent, scOptionKind kind, const char* label, const char* value) {
+  // On the heap: the item's address is its handle, also for those who ask.
   auto option = std::make_unique<scOption>();
   option->kind = kind;
   option->label = label;
@@ -75,7 +78,7 @@ LRESULT scOptionTree::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     InvalidateRect(handle(), nullptr, FALSE);
     return 0;
   case WM_ERASEBKGND:
-    return TRUE;
+    return TRUE;  // paint covers every pixel
   case WM_PAINT:
     paint();
     return 0;
@@ -86,6 +89,7 @@ LRESULT scOptionTree::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT scOptionTree::on_information(WPARAM code, LPARAM lparam) {
+  // lParam is the item itself or a request, depending on the code.
   if (!lparam)
     return 0;
   const auto* item = reinterpret_cast<const scOption*>(lparam);
@@ -141,6 +145,7 @@ void scOptionTree::act_on(scOption& option) {
     RECT at = value_rect(m_current);
     InflateRect(&at, -3, -2);
     m_edit.begin(handle(), at, option.value, [this, &option](const CString& text) {
+      // Leaving the box without a change is no change.
       if (text != option.value)
         change(option, text);
     });
@@ -150,6 +155,7 @@ void scOptionTree::act_on(scOption& option) {
 
 void scOptionTree::change(scOption& option, const CString& value) {
   set_value(&option, value);
+  // After the value is in place: whoever is told asks for it at once.
   scOptionChange told = {};
   told.header.hwndFrom = handle();
   told.header.idFrom = static_cast<UINT_PTR>(GetDlgCtrlID(handle()));
@@ -162,6 +168,7 @@ void scOptionTree::change(scOption& option, const CString& value) {
 
 int scOptionTree::depth(const scOption& option) { return option.parent ? depth(*option.parent) + 1 : 0; }
 
+// The items whose groups all stand open, from top to bottom.
 std::vector<scOption*> scOptionTree::shown() const {
   std::vector<scOption*> rows;
   for (const auto& option : m_options) {
@@ -179,6 +186,7 @@ RECT scOptionTree::row_rect(size_t row) const {
   return {0, top, client_rect(handle()).right, top + row_height};
 }
 
+// Values have a column of their own, the right half.
 RECT scOptionTree::value_rect(size_t row) const {
   RECT rect = row_rect(row);
   rect.left = rect.right / 2;
@@ -191,6 +199,7 @@ void scOptionTree::list_items(const Add& add) const {
     CString path;
     for (const scOption* up = rows[row]; up; up = up->parent)
       path = path.IsEmpty() ? up->label : up->label + "|" + path;
+    // Names in the ready file hold no blanks.
     CString word;
     for (int i = 0; i < path.GetLength(); ++i)
       word += path[i] == ' ' ? '_' : path[i];

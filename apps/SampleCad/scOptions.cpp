@@ -19,9 +19,11 @@ CString usage() {
 
 bool read_options(int count, char** arguments, scOptions& options, CString& error) {
   for (int i = 1; i < count; ++i) {
+    // Every option is looked at, also after --help: a mistake is told in any case.
     const CString name = arguments[i];
     const char* value = i + 1 < count ? arguments[i + 1] : nullptr;
     const bool takes_value = name == "--ready" || name == "--dialog";
+    // An option as value is let through: files may be called anything.
     if (takes_value && (!value || !*value)) {
       error = "option '" + name + "' needs a value";
       return false;
@@ -33,6 +35,7 @@ bool read_options(int count, char** arguments, scOptions& options, CString& erro
     } else if (name == "--ready") {
       options.ready_file = value;
     } else if (name == "--dialog") {
+      // Told now, not by a window that never opens.
       if (!dialog_command(value)) {
         error = CString("no dialog is named '") + value + "'; there are: " + dialog_names();
         return false;
@@ -45,7 +48,7 @@ bool read_options(int count, char** arguments, scOptions& options, CString& erro
     } else {
       options.document = name;
     }
-    i += takes_value;
+    i += takes_value;  // the value is used up
   }
   return true;
 }

@@ -15,6 +15,7 @@ public:
 protected:
   void on_init() override {
     scOptionTree& options = scOptionTree::of(item(IDC_OPTION_TREE));
+    // Groups inside groups, a label with quotes and a value with a backslash: what scripts must escape.
     scOption* display = options.add(nullptr, optionGroup, "Display");
     m_grid = options.add(display, optionCheck, "Grid");
     m_axes = options.add(display, optionCheck, "Axes");
@@ -43,6 +44,7 @@ protected:
   }
 
 private:
+  // The settings of the active view stand in the tree while the dialog is open.
   void read_view() {
     const scDocument* document = main_frame().active_document();
     if (!document)
@@ -55,11 +57,13 @@ private:
     options.set_value(m_background, names[settings.background]);
   }
 
+  // Only OK takes them over.
   void write_view() {
     scDocument* document = main_frame().active_document();
     if (!document)
       return;
     scViewSettings settings = document->view().settings();
+    // Anything that is no background is dark.
     settings.grid = m_grid->value == "1";
     settings.axes = m_axes->value == "1";
     settings.background = m_background->value == "Paper"   ? backgroundPaper
@@ -68,6 +72,7 @@ private:
     document->view().set_settings(settings);
   }
 
+  // Owned by the tree, valid until its window is gone.
   scOption* m_grid = nullptr;
   scOption* m_axes = nullptr;
   scOption* m_background = nullptr;

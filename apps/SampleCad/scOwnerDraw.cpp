@@ -10,6 +10,7 @@ constexpr COLORREF lit = RGB(255, 240, 205);
 constexpr COLORREF lit_edge = RGB(225, 150, 40);
 constexpr int max_text = 260;
 
+// The stock brush of any colour: nothing to create, nothing to delete.
 void fill(HDC dc, const RECT& rect, COLORREF colour) {
   SetDCBrushColor(dc, colour);
   FillRect(dc, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
@@ -27,6 +28,7 @@ void fill_background(const DRAWITEMSTRUCT& item) {
 
 constexpr UINT_PTR toggle_subclass = 1;
 
+// The state lives in the subclass's own data: 0 or 1.
 LRESULT CALLBACK toggle_procedure(HWND button, UINT message, WPARAM wparam, LPARAM lparam, UINT_PTR id,
                                   DWORD_PTR state) {
   switch (message) {
@@ -37,7 +39,7 @@ LRESULT CALLBACK toggle_procedure(HWND button, UINT message, WPARAM wparam, LPAR
     InvalidateRect(button, nullptr, TRUE);
     return 0;
   case WM_NCDESTROY:
-    RemoveWindowSubclass(button, toggle_procedure, id);
+    RemoveWindowSubclass(button, toggle_procedure, id);  // as the system asks of every subclass
     break;
   default:
     break;
@@ -49,6 +51,7 @@ LRESULT CALLBACK toggle_procedure(HWND button, UINT message, WPARAM wparam, LPAR
 
 void draw_colour_item(const DRAWITEMSTRUCT& item) {
   fill_background(item);
+  // The edit part of a combo box with nothing selected.
   if (item.itemID == static_cast<UINT>(-1))
     return;
   RECT swatch = item.rcItem;
@@ -65,6 +68,7 @@ void draw_text_item(const DRAWITEMSTRUCT& item) {
   InflateRect(&mark, -3, -3);
   mark.right = mark.left + (mark.bottom - mark.top);
   fill(item.hDC, mark, RGB(90, 150, 210));
+  // Asked for its length first: the message itself knows no limit.
   char text[max_text] = "";
   if (SendMessageA(item.hwndItem, CB_GETLBTEXTLEN, item.itemID, 0) < max_text)
     SendMessageA(item.hwndItem, CB_GETLBTEXT, item.itemID, reinterpret_cast<LPARAM>(text));

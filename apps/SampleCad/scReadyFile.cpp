@@ -208,7 +208,8 @@ bool is_place(HWND window) {
   return GetPropA(window, place_property) || GetAncestor(window, GA_ROOT) == window;
 }
 
-// A window is named by its id; one whose id has no name, or that is a part of another control, by its class.
+// A window is named by its id; one whose id has no name by its class and the number, a part of another
+// control by its class.
 CString name_of(HWND window) {
   if (is_place(window))
     return "window";
@@ -218,8 +219,12 @@ CString name_of(HWND window) {
     return control_name(id);
   char class_name[64] = "";
   GetClassNameA(window, class_name, sizeof(class_name));
-  const CString name = as_word(class_name);
-  return is_place(parent) ? name : name_of(parent) + "/" + name;
+  CString name = as_word(class_name);
+  if (!is_place(parent))
+    return name_of(parent) + "/" + name;
+  if (id != 0)
+    name.AppendFormat("#%d", id);
+  return name;
 }
 
 void list_window(CString& out, HWND window) {

@@ -6,6 +6,7 @@
 
 namespace {
 
+// The whole text must be one number in these bounds; the negated comparison refuses "nan" too.
 bool read_number(const CString& text, double minimum, double& out) {
   char* end = nullptr;
   const double value = std::strtod(text, &end);
@@ -15,6 +16,7 @@ bool read_number(const CString& text, double minimum, double& out) {
   return true;
 }
 
+// "#RRGGBB", as it is shown.
 bool read_colour(const CString& text, COLORREF& out) {
   unsigned red = 0;
   unsigned green = 0;
@@ -33,6 +35,7 @@ bool is_name(const CString& text) {
   return !text.IsEmpty() && text.GetLength() < 260;
 }
 
+// As short as it can be: "12", "12.5".
 CString number(double value) {
   CString text;
   text.Format("%.10g", value);

@@ -8,9 +8,11 @@
 
 namespace {
 
+// Fixed sizes, whatever the font: tests click on tabs by their rectangles.
 constexpr int tab_width = 78;  // pixels
-constexpr int slant = 8;
+constexpr int slant = 8;       // how much the sides lean
 
+// Tells its parent at once.
 class BcgTabWindow : public scTabWindow {
 protected:
   void tell_parent() override {
@@ -26,6 +28,7 @@ protected:
   COLORREF accent() const override { return RGB(70, 130, 200); }
 };
 
+// Tells its parent by way of the message queue.
 class GxTabBeam : public scTabWindow {
 protected:
   void tell_parent() override {
@@ -71,7 +74,7 @@ LRESULT scTabWindow::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     return TRUE;
   case TCM_GETCURSEL:
     return m_captions.empty() ? -1 : m_current;
-  case TCM_SETCURSEL: {
+  case TCM_SETCURSEL: {  // by the program: the parent is not told
     const int before = m_current;
     choose(index);
     return before;
@@ -80,7 +83,7 @@ LRESULT scTabWindow::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     on_click(message_point(lparam));
     return 0;
   case WM_GETDLGCODE:
-    return DLGC_WANTARROWS;
+    return DLGC_WANTARROWS;  // a dialog would move the focus with them
   case WM_KEYDOWN:
     if (on_key(wparam))
       return 0;
@@ -90,7 +93,7 @@ LRESULT scTabWindow::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     InvalidateRect(handle(), nullptr, FALSE);
     return 0;
   case WM_ERASEBKGND:
-    return TRUE;
+    return TRUE;  // paint covers every pixel
   case WM_PAINT:
     paint();
     return 0;
@@ -113,6 +116,7 @@ void scTabWindow::choose(int index) {
 
 void scTabWindow::on_click(POINT at) {
   SetFocus(handle());
+  // A click on the current tab changes nothing and is told to nobody.
   for (int index = 0; exists(index); ++index) {
     const RECT rect = tab_rect(index);
     if (!PtInRect(&rect, at) || index == m_current)
@@ -124,6 +128,7 @@ void scTabWindow::on_click(POINT at) {
 }
 
 bool scTabWindow::on_key(WPARAM key) {
+  // Beyond the first and the last tab nothing happens, and nothing is told.
   const int next = m_current + (key == VK_RIGHT) - (key == VK_LEFT);
   if (next == m_current || !exists(next))
     return false;

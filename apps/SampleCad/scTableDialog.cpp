@@ -13,6 +13,7 @@ class TableDialog : public scDialog {
 public:
   TableDialog() : scDialog(IDD_TABLE, "dialog:table") {}
 
+  // Shows the active document as it is now. Does nothing while the dialog is closed.
   void refresh() {
     const scDocument* document = handle() ? main_frame().active_document() : nullptr;
     if (!handle())
@@ -20,6 +21,7 @@ public:
     const std::vector<scShape> none;
     const std::vector<scShape>& shapes = document ? document->model().shapes() : none;
     const int rows = static_cast<int>(shapes.size());
+    // A changed row count ends what is being typed; equal counts leave it alone.
     if (grid().rows() != rows)
       grid().set_row_count(rows);
     for (int row = 1; row <= rows; ++row)
@@ -55,13 +57,15 @@ private:
     if (!document)
       return;
     scShape shape = document->model().shapes()[static_cast<size_t>(row - 1)];
+    // Rows are objects in the model's order, columns the cells of an object.
     const bool taken = set_shape_cell(shape, column - 1, grid().text(row, column));
     set_text(IDC_COMMENT, taken ? "" : "Not a value for this cell.");
     if (taken)
-      document->model().change(shape);
+      document->model().change(shape);  // tells the frame, which refreshes this dialog too
   }
 };
 
+// One for the program's life; its window comes and goes.
 TableDialog& table_dialog() {
   static TableDialog dialog;
   return dialog;

@@ -42,6 +42,7 @@ constexpr StandardButton standard_buttons[] = {
     {IDM_VIEW_BACKGROUND, iconEye, BTNS_WHOLEDROPDOWN, TextIn::pool, "Background"},
 };
 
+// Buttons of the look-alikes, put together from the plain one.
 scBarButton choice(int command, scIcon icon, const char* text) {
   scBarButton button;
   button.command = command;
@@ -125,6 +126,7 @@ void scToolbars::create_standard(HWND frame) {
       0, 0, 10, 10, frame, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(IDC_TOOLBAR_STANDARD)),
       GetModuleHandleA(nullptr), nullptr);
   SendMessageA(m_standard, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  // Texts are kept but shown only where a button asks for it; a drop-down has an arrow of its own.
   SendMessageA(m_standard, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS | TBSTYLE_EX_DRAWDDARROWS);
   SendMessageA(m_standard, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(command_icons()));
   for (const StandardButton& source : standard_buttons) {
@@ -133,6 +135,7 @@ void scToolbars::create_standard(HWND frame) {
     button.idCommand = source.command;
     button.fsState = TBSTATE_ENABLED;
     button.fsStyle = source.command ? static_cast<BYTE>(source.style | BTNS_AUTOSIZE) : BTNS_SEP;
+    // Three ways in which a button has a text; whoever reads them must know all three.
     if (source.text_in == TextIn::button) {
       button.iString = reinterpret_cast<INT_PTR>(source.text);
     } else if (source.text_in == TextIn::pool) {
@@ -166,7 +169,7 @@ int scToolbars::layout(int width) {
   for (const Bar& one : bars) {
     if (!(GetWindowLongPtrA(one.window, GWL_STYLE) & WS_VISIBLE))
       continue;
-    // A bar that does not fit begins a row of its own.
+    // Left to right. A bar that does not fit begins a row of its own.
     if (any && x + one.width > width) {
       x = 0;
       y += standard_height + gap;
@@ -182,6 +185,7 @@ void scToolbars::update(const scCommandStateOf& state_of) {
   for (const StandardButton& button : standard_buttons) {
     if (!button.command || (button.style & (BTNS_DROPDOWN | BTNS_WHOLEDROPDOWN)))
       continue;
+    // Only what differs is set: every message is seen by whoever hooks this thread.
     const scCommandState state = state_of(button.command);
     const LRESULT wanted = (state.enabled ? TBSTATE_ENABLED : 0) |
                            (state.checked && (button.style & BTNS_CHECK) ? TBSTATE_CHECKED : 0);
@@ -231,6 +235,7 @@ bool scToolbars::on_notify(const NMHDR& header, LRESULT& result) {
   SendMessageA(m_standard, TB_GETRECT, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&button));
   MapWindowPoints(m_standard, nullptr, reinterpret_cast<POINT*>(&button), 2);
   const HWND frame = GetParent(m_standard);
+  // The same submenus as in the menu bar: one place for the marks of their items.
   const UINT first = command == IDM_VIEW_ORIENTATION ? IDM_VIEW_FRONT : IDM_VIEW_DARK;
   TrackPopupMenu(popup_with(GetMenu(frame), first), 0, button.left, button.bottom, 0, frame, nullptr);
   result = TBDDRET_DEFAULT;

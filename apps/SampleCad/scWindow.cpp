@@ -21,7 +21,7 @@ void scWindow::register_with(const char* name, UINT style, HBRUSH background, co
   description.hCursor = LoadCursorA(nullptr, cursor);
   description.hbrBackground = background;
   description.lpszClassName = name;
-  RegisterClassExA(&description);
+  RegisterClassExA(&description);  // fails for a name that is registered already: harmless
 }
 
 bool scWindow::create(const char* class_name, const char* title, DWORD style, DWORD ex_style,
@@ -31,7 +31,7 @@ bool scWindow::create(const char* class_name, const char* title, DWORD style, DW
       CreateWindowExA(ex_style, class_name, title, style, place.left, place.top, place.right - place.left,
                       place.bottom - place.top, parent, reinterpret_cast<HMENU>(id_or_menu),
                       GetModuleHandleA(nullptr), nullptr);
-  s_being_created = nullptr;
+  s_being_created = nullptr;  // also when no message came
   return window != nullptr;
 }
 
@@ -51,6 +51,7 @@ LRESULT CALLBACK scWindow::procedure(HWND window, UINT message, WPARAM wparam, L
   if (!self)
     return DefWindowProcA(window, message, wparam, lparam);
   const LRESULT result = self->on_message(message, wparam, lparam);
+  // The last message of a window: nothing may touch the object after on_gone.
   if (message == WM_NCDESTROY) {
     SetWindowLongPtrA(window, GWLP_USERDATA, 0);
     self->m_window = nullptr;
