@@ -3,7 +3,7 @@
 
 class ButtonEndToEnd : public GalleryEndToEnd {
 protected:
-  ButtonEndToEnd() : GalleryEndToEnd("buttons", "Buttons") {}
+  ButtonEndToEnd() : GalleryEndToEnd("buttons", "Buttons") { stop_clock_of(host); }
 };
 
 TEST_F(ButtonEndToEnd, PushButtonClicked) {

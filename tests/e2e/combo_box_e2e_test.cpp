@@ -6,7 +6,7 @@
 
 class ComboBoxEndToEnd : public GalleryEndToEnd {
 protected:
-  ComboBoxEndToEnd() : GalleryEndToEnd("combos", "Combo boxes") {}
+  ComboBoxEndToEnd() : GalleryEndToEnd("combos", "Combo boxes") { stop_clock_of(host); }
 
   // Opens the list with the mouse and clicks on one of its items.
   void choose(int id, int item) {

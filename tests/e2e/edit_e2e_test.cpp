@@ -3,7 +3,7 @@
 
 class EditEndToEnd : public GalleryEndToEnd {
 protected:
-  EditEndToEnd() : GalleryEndToEnd("edits", "Edits") {}
+  EditEndToEnd() : GalleryEndToEnd("edits", "Edits") { stop_clock_of(host); }
 
   std::string text_of(int id) const {
     char text[1024] = "";

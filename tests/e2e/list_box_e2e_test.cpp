@@ -3,7 +3,7 @@
 
 class ListBoxEndToEnd : public GalleryEndToEnd {
 protected:
-  ListBoxEndToEnd() : GalleryEndToEnd("lists", "Lists") {}
+  ListBoxEndToEnd() : GalleryEndToEnd("lists", "Lists") { stop_clock_of(host); }
 
   POINT item(int id, int index) const {
     RECT place = {};

@@ -6,7 +6,7 @@
 
 class ListViewEndToEnd : public GalleryEndToEnd {
 protected:
-  ListViewEndToEnd() : GalleryEndToEnd("lists", "Lists") {}
+  ListViewEndToEnd() : GalleryEndToEnd("lists", "Lists") { stop_clock_of(host); }
 
   // Rectangles of items do not travel between processes; rows stand below the header, equally high.
   POINT row(int index) const {

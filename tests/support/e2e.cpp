@@ -1,11 +1,16 @@
 #include "tests/support/e2e.h"
 
 #include "hooks/mrChannel.h"
+#include "hooks/mrClock.h"
 #include "hooks/mrSharedBlock.h"
 #include "tests/support/files.h"
 
+#include <windows.h>
+#include <psapi.h>
+
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
 
@@ -80,6 +85,42 @@ HWND find_child(HWND parent, const std::string& class_name, const std::string& t
       return found;
   }
   return nullptr;
+}
+
+// ---- its clock ----------------------------------------------------------------------------------
+
+// Where a module of the process is loaded; null when it is not.
+static char* base_of(HANDLE process, const std::string& module_name) {
+  HMODULE modules[256] = {};
+  DWORD bytes = 0;
+  K32EnumProcessModules(process, modules, sizeof modules, &bytes);
+  const size_t count = std::min<size_t>(bytes, sizeof modules) / sizeof modules[0];
+  for (size_t i = 0; i < count; ++i) {
+    char name[MAX_PATH] = "";
+    K32GetModuleBaseNameA(process, modules[i], name, MAX_PATH);
+    if (lstrcmpiA(name, module_name.c_str()) == 0)
+      return reinterpret_cast<char*>(modules[i]);
+  }
+  return nullptr;
+}
+
+void stop_clock_of(const mrProgram& host) {
+  const std::string library = "RecorderHooks.dll";
+  // The library comes into the host with the first message that the hooks see.
+  SendMessageA(host.frame(), WM_GETTEXTLENGTH, 0, 0);
+  char* const there = base_of(host.process(), library);
+  char* const here = reinterpret_cast<char*>(GetModuleHandleA(library.c_str()));
+  if (!there || !here)
+    throw std::runtime_error("the host has not loaded " + library);
+  // A function of the system that stands at the same address everywhere and always answers the same: never 0.
+  const auto stopped_clock =
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetCurrentProcessId"));
+  const auto set_source =
+      reinterpret_cast<LPTHREAD_START_ROUTINE>(there + (reinterpret_cast<char*>(&set_tick_source) - here));
+  const HANDLE thread = CreateRemoteThread(host.process(), nullptr, 0, set_source, stopped_clock, 0, nullptr);
+  if (!thread || WaitForSingleObject(thread, 10000) != WAIT_OBJECT_0)
+    throw std::runtime_error("the host's clock cannot be stopped");
+  CloseHandle(thread);
 }
 
 // ---- the recording ------------------------------------------------------------------------------

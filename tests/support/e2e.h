@@ -51,6 +51,11 @@ public:
   explicit mrSampleCad(const std::string& arguments = "") : mrProgram("SampleCad", arguments) {}
 };
 
+// Stops the clock that the recorders of a program measure their short waits with; the program must be
+// recorded already. What follows a click by itself then belongs to it however slow the machine is at that
+// moment. For gestures whose end does not depend on time.
+void stop_clock_of(const mrProgram& host);
+
 // A recording of a program by this process, from construction to finish().
 class mrRecording {
 public:
