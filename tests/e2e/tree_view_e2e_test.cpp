@@ -1,12 +1,9 @@
 // End to end: selections, labels and the context menu of SampleCad's tree views.
 #include "apps/SampleCad/gallery.dev/gallery.h"
-#include "hooks/mrChannel.h"
+#include "tests/e2e/host_tree.h"
 #include "tests/support/e2e.h"
 
-#include <commctrl.h>
 #include <gtest/gtest.h>
-
-#include <cstring>
 
 namespace {
 
@@ -14,38 +11,7 @@ using Statements = std::vector<std::string>;
 
 class TreeViewEndToEnd : public testing::Test {
 protected:
-  HTREEITEM next(UINT direction, HTREEITEM from) const {
-    return reinterpret_cast<HTREEITEM>(
-        SendMessageA(tree, TVM_GETNEXTITEM, direction, reinterpret_cast<LPARAM>(from)));
-  }
-  // The item at 1-based places from the root down.
-  HTREEITEM item(const std::vector<int>& places) const {
-    HTREEITEM found = nullptr;
-    for (const int place : places) {
-      found = next(found ? TVGN_CHILD : TVGN_ROOT, found);
-      for (int i = 1; i < place; ++i)
-        found = next(TVGN_NEXT, found);
-    }
-    return found;
-  }
-  // The middle of an item's text, in screen pixels: the rectangle comes from the host's process.
-  POINT place_of(const std::vector<int>& places) const {
-    const HTREEITEM wanted = item(places);
-    RECT rect = {};
-    memcpy(&rect, &wanted, sizeof wanted);
-    EXPECT_NE(0, send_remotely(tree, TVM_GETITEMRECT, TRUE, &rect, sizeof rect));
-    EXPECT_LT(rect.left, rect.right);
-    return client_place(tree, (rect.left + rect.right) / 2, (rect.top + rect.bottom) / 2);
-  }
-  void select(const std::vector<int>& places) {
-    user.click(place_of(places));
-    EXPECT_TRUE(wait_until([&] { return next(TVGN_CARET, nullptr) == item(places); }));
-  }
-  // Opens the selected item's label by the program.
-  void edit_label() {
-    PostMessageA(tree, TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(next(TVGN_CARET, nullptr)));
-    EXPECT_TRUE(wait_until([this] { return is_editing(); }));
-  }
+  void select(const mrHostTree::Places& places) { tree.select(user, places); }
   void choose_in_context_menu(POINT place) {
     const size_t before = recording.statements().size();
     user.click(place, mrMouseButton::right);
@@ -54,11 +20,10 @@ protected:
     user.key(VK_RETURN);
     ASSERT_TRUE(recording.wait_for_statements(before + 2));
   }
-  bool is_editing() const { return SendMessageA(tree, TVM_GETEDITCONTROL, 0, 0) != 0; }
 
   mrSampleCad host{"--dialog trees"};
   const HWND dialog = host.wait_for_dialog("Trees");
-  const HWND tree = GetDlgItem(dialog, IDC_TREE);
+  const mrHostTree tree{GetDlgItem(dialog, IDC_TREE)};
   mrRecording recording{host};
   mrUser& user = recording.user;
 };
@@ -70,22 +35,22 @@ TEST_F(TreeViewEndToEnd, RunOfSelectionsIsOneStatement) {
   select({1, 2});
   select({2});
   user.key(VK_DOWN);
-  EXPECT_TRUE(wait_until([this] { return next(TVGN_CARET, nullptr) == item({3}); }));
+  EXPECT_TRUE(wait_until([this] { return tree.selected() == tree.item({3}); }));
   EXPECT_EQ((Statements{"SelectItem(\"3\");"}), recording.finish());
 }
 
 TEST_F(TreeViewEndToEnd, ItemIsNamedByItsPlaces) {
-  SendMessageA(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item({1, 2})));
+  SendMessageA(tree, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(tree.item({1, 2})));
   select({1, 2, 2});
   EXPECT_EQ((Statements{"SelectItem(\"1|2|2\");"}), recording.finish());
 }
 
 TEST_F(TreeViewEndToEnd, LabelTypedAndFinishedIsOneStatement) {
   select({1, 2});
-  edit_label();
+  tree.edit_label();
   user.type("Drive \"new\"");
   user.key(VK_RETURN);
-  EXPECT_TRUE(wait_until([this] { return !is_editing(); }));
+  EXPECT_TRUE(wait_until([this] { return !tree.is_editing(); }));
   EXPECT_EQ((Statements{"SelectItem(\"1|2\");", "ItemByNumPath(\"1|2\").Text = \"Drive \"new\"\""}),
             recording.finish());
 }
@@ -93,10 +58,10 @@ TEST_F(TreeViewEndToEnd, LabelTypedAndFinishedIsOneStatement) {
 TEST_F(TreeViewEndToEnd, SecondLabelTakesTheFirstOnesPlace) {
   select({1, 1});
   for (const char* label : {"First", "Second"}) {
-    edit_label();
+    tree.edit_label();
     user.type(label);
     user.key(VK_RETURN);
-    EXPECT_TRUE(wait_until([this] { return !is_editing(); }));
+    EXPECT_TRUE(wait_until([this] { return !tree.is_editing(); }));
   }
   EXPECT_EQ((Statements{"SelectItem(\"1|1\");", "ItemByNumPath(\"1|1\").Text = \"Second\""}),
             recording.finish());
@@ -104,10 +69,10 @@ TEST_F(TreeViewEndToEnd, SecondLabelTakesTheFirstOnesPlace) {
 
 TEST_F(TreeViewEndToEnd, LabelGivenUpIsNotRecorded) {
   select({1, 1});
-  edit_label();
+  tree.edit_label();
   user.type("No");
   user.key(VK_ESCAPE);
-  EXPECT_TRUE(wait_until([this] { return !is_editing(); }));
+  EXPECT_TRUE(wait_until([this] { return !tree.is_editing(); }));
   EXPECT_EQ((Statements{"SelectItem(\"1|1\");"}), recording.finish());
 }
 
@@ -115,15 +80,17 @@ TEST_F(TreeViewEndToEnd, ButtonBetweenTwoSelectionsKeepsThemApart) {
   select({1, 1});
   user.click(control_of(dialog, IDC_TREE_EXPAND));
   // The click is recorded before the button's parent expands the tree.
-  EXPECT_TRUE(wait_until([this] { return next(TVGN_NEXTVISIBLE, item({2})) == item({2, 1}); }));
+  EXPECT_TRUE(wait_until([this] {
+    return tree.next(TVGN_NEXTVISIBLE, tree.item({2})) == tree.item({2, 1});
+  }));
   select({1, 2});
   EXPECT_EQ((Statements{"SelectItem(\"1|1\");", "Click();", "SelectItem(\"1|2\");"}), recording.finish());
 }
 
 TEST_F(TreeViewEndToEnd, SelectionByTheProgramInADisabledTreeIsNotRecorded) {
   user.click(control_of(dialog, IDC_BY_PROGRAM));
-  const HWND disabled = GetDlgItem(dialog, IDC_TREE_DISABLED);
-  EXPECT_TRUE(wait_until([&] { return SendMessageA(disabled, TVM_GETNEXTITEM, TVGN_CARET, 0) != 0; }));
+  const mrHostTree disabled(GetDlgItem(dialog, IDC_TREE_DISABLED));
+  EXPECT_TRUE(wait_until([&] { return disabled.selected() != nullptr; }));
   EXPECT_EQ((Statements{"Click();"}), recording.finish());
 }
 
@@ -131,15 +98,15 @@ TEST_F(TreeViewEndToEnd, ExpandingRecordsNothing) {
   select({1, 2});
   user.key(VK_RIGHT);
   user.key(VK_LEFT);
-  user.double_click(place_of({1, 2}));
+  user.double_click(tree.place_of({1, 2}));
   EXPECT_EQ((Statements{"SelectItem(\"1|2\");"}), recording.finish());
 }
 
 TEST_F(TreeViewEndToEnd, ContextMenuTellsWhetherItIsOnTheSelectedRow) {
   select({1, 2});
   // The first menu of a host comes with a place in the dialog that shows it, which is not in the row.
-  choose_in_context_menu(place_of({1, 2}));
-  choose_in_context_menu(place_of({1, 2}));
+  choose_in_context_menu(tree.place_of({1, 2}));
+  choose_in_context_menu(tree.place_of({1, 2}));
   choose_in_context_menu(client_place(tree, 100, 180));
   EXPECT_EQ((Statements{"SelectItem(\"1|2\");", "ContextMenu(false);", "Checked = true;",
                         "ContextMenu(true);", "Checked = true;", "ContextMenu(false);", "Checked = true;"}),
