@@ -97,6 +97,23 @@ TEST_F(Recorder, KeepsAUsableRootWhenTheWindowsAreCleared) {
   EXPECT_EQ(1, recorder.m_root.children.GetSize());
 }
 
+// The order of the fields is part of the exported interface.
+TEST_F(Recorder, HoldsActionsWindowsRootAndNamerInThisOrder) {
+  const auto place = [](const void* field) { return reinterpret_cast<UINT_PTR>(field); };
+  EXPECT_LT(place(&recorder.m_actions), place(&recorder.m_windows));
+  EXPECT_LT(place(&recorder.m_windows), place(&recorder.m_root));
+  EXPECT_LT(place(&recorder.m_root), place(&recorder.get_namer()));
+
+  const mrRecorder::mrWindowNode& node = recorder.m_root;
+  EXPECT_EQ(static_cast<const void*>(&node), &node.info);
+  EXPECT_LT(place(&node.info), place(&node.parent));
+  EXPECT_LT(place(&node.parent), place(&node.children));
+  EXPECT_LT(place(&node.children), place(&node.declaration));
+  EXPECT_LT(place(&node.declaration), place(&node.base_identifier));
+  EXPECT_LT(place(&node.base_identifier), place(&node.identifier));
+  EXPECT_LT(place(&node.identifier), place(&node.state));
+}
+
 // ---- session --------------------------------------------------------------------------------------------
 
 TEST_F(Recorder, GivesTheFactories1To17ThemselvesButNotTheLogger) {
