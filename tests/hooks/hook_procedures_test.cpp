@@ -199,12 +199,13 @@ protected:
   int stop_notifications = 0;
 };
 
-TEST_F(Installation, TellsTheFactories1To17OfTheStartInThisOrder) {
+TEST_F(Installation, TellsTheFactories1To17OfTheStartInThisOrderAndNotTheLogger) {
   ASSERT_TRUE(install());
   std::vector<std::string> expected;
   for (int type = 1; type <= 17; ++type)
     expected.push_back(std::to_string(type) + " start");
   ASSERT_GE(spies.log.size(), expected.size());
+  EXPECT_THAT(spies.log, Not(Contains("18 start")));
   spies.log.resize(expected.size());
   EXPECT_EQ(expected, spies.log);
 }
@@ -276,6 +277,18 @@ TEST_F(Installation, OfASecondProcessIsRefusedUntilTheFirstStops) {
   EXPECT_FALSE(install());
   peer.ask("remove");
   EXPECT_TRUE(install());
+}
+
+// The message and its number are both 0 then. Without an end the host's stack would be used up.
+TEST_F(Installation, AnswersAWmNullBeforeTheFirstRemoteCallOnce) {
+  ASSERT_TRUE(install());
+  int received = 0;
+  host.set_answer([&](UINT message, WPARAM, LPARAM, LRESULT&) {
+    received += message == WM_NULL;
+    return false;
+  });
+  SendMessageA(host, WM_NULL, 0, 0);
+  EXPECT_EQ(2, received) << "the message itself and the call that it stands for";
 }
 
 // Deliberate: only a recording that already runs is reported.

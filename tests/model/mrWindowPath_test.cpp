@@ -242,11 +242,11 @@ TEST_F(Identity, AsksForTheLibraryOnlyWhereATemplateIsKnown) {
 TEST_F(Identity, TakesNameTemplateAndLibrary) {
   replies["frame name"] = atom("Options Page");
   replies["dialog template"] = number(4711);
-  replies["dialog library"] = atom("hostres");
+  replies["dialog library"] = atom("mr test resources");
   const mrWindowInfo level = path_of(control)[0];
   EXPECT_STREQ("Options Page", level.name);
   EXPECT_EQ(4711u, level.dialog_template_id);
-  EXPECT_STREQ("hostres", level.resource_library);
+  EXPECT_STREQ("mr test resources", level.resource_library);
 }
 
 TEST_F(Identity, TakesTheDialogsResourceIdWhereNoTemplateIsKnown) {
