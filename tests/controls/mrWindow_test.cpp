@@ -187,6 +187,7 @@ TEST_F(WindowRecognition, EndsACommandWhenItsWindowProcedureReturns) {
         {hookCallWndProcRet, view, WM_COMMAND, 5, 0, left, none},  // not the top one
         {hookCallWndProc, view, WM_COMMAND, 7, 0, claimed, none},
         {hookCallWndProcRet, inner, WM_COMMAND, 7, 0, left, none},  // another command
+        {hookCallWndProc, inner, WM_COMMAND, 7, 0, claimed, none},
         {hookCallWndProcRet, inner, WM_COMMAND, MAKEWPARAM(6, 1), 0, left, none},
         {hookCallWndProc, view, WM_COMMAND, 7, 0, claimed, none},  // 5 is still at work
         {hookCallWndProcRet, view, WM_COMMAND, 5, 0, left, none},

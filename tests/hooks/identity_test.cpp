@@ -21,10 +21,11 @@ protected:
     });
     // Another recorder window: nothing is left of the test before.
     shared_block().recorder_window = window;
-    is_identified(nullptr, 0, WM_USER);
+    is_identified(nullptr, 0);
   }
   ~IdentityMemory() override { set_shortcuts(true); }
 
+  bool identified(UINT message) { return is_identified(window, request, {window, message, 0, 0, 0}); }
   void tell_of(UINT message) {
     CWPSTRUCT call = {0, 0, message, window};
     dispatch_hook_message(hookCallWndProc, 0, 1, reinterpret_cast<LPARAM>(&call));
@@ -39,54 +40,61 @@ protected:
 };
 
 TEST_F(IdentityMemory, AsksForEveryMessageThatMayBeRecorded) {
-  EXPECT_TRUE(is_identified(window, request, WM_LBUTTONDOWN));
+  EXPECT_TRUE(identified(WM_LBUTTONDOWN));
   answer = 164;
-  EXPECT_FALSE(is_identified(window, request, WM_LBUTTONDOWN));
-  EXPECT_FALSE(is_identified(window, request, WM_COMMAND));
+  EXPECT_FALSE(identified(WM_LBUTTONDOWN));
+  EXPECT_FALSE(identified(WM_COMMAND));
   EXPECT_EQ(3, questions);
 }
 
+TEST_F(IdentityMemory, AsksWhenItIsToldNothingOfTheMessage) {
+  EXPECT_TRUE(is_identified(window, request));
+  answer = 0;
+  EXPECT_FALSE(is_identified(window, request));
+  EXPECT_EQ(2, questions);
+}
+
 TEST_F(IdentityMemory, RemembersTheLastAnswerForTheFlood) {
-  EXPECT_TRUE(is_identified(window, request, WM_MOUSEMOVE));
+  EXPECT_TRUE(identified(WM_MOUSEMOVE));
   EXPECT_EQ(1, questions);
   answer = 0;
-  EXPECT_TRUE(is_identified(window, request, WM_TIMER));
+  EXPECT_TRUE(identified(WM_TIMER));
   EXPECT_TRUE(was_identified(window, request));
   EXPECT_EQ(1, questions);
-  EXPECT_FALSE(is_identified(window, request, WM_LBUTTONDOWN)) << "asked anew, and that is remembered";
-  EXPECT_FALSE(is_identified(window, request, WM_PAINT));
+  EXPECT_FALSE(identified(WM_LBUTTONDOWN)) << "asked anew, and that is remembered";
+  EXPECT_FALSE(identified(WM_PAINT));
   EXPECT_EQ(2, questions);
 }
 
 TEST_F(IdentityMemory, EndsWhenTheWindowComesOrGoes) {
   for (const UINT message : {WM_NCCREATE, WM_NCDESTROY}) {
-    is_identified(window, request, WM_MOUSEMOVE);
+    identified(WM_MOUSEMOVE);
     const int before = questions;
     tell_of(message);
-    is_identified(window, request, WM_MOUSEMOVE);
+    identified(WM_MOUSEMOVE);
     EXPECT_EQ(before + 1, questions);
   }
 }
 
 // A question of a factory's own can make the host create or destroy windows.
 TEST_F(IdentityMemory, EndsAlsoWhileAnotherMessageIsDispatched) {
-  is_identified(window, request, WM_MOUSEMOVE);
+  identified(WM_MOUSEMOVE);
   spies[17].during_message = [this] { tell_of(WM_NCDESTROY); };
   tell_of(WM_USER);
-  is_identified(window, request, WM_MOUSEMOVE);
+  identified(WM_MOUSEMOVE);
   EXPECT_EQ(2, questions);
 }
 
 TEST_F(IdentityMemory, EndsWithTheRecording) {
-  is_identified(window, request, WM_MOUSEMOVE);
+  identified(WM_MOUSEMOVE);
   shared_block().recorder_window = reinterpret_cast<HWND>(0x1234);
-  is_identified(window, request, WM_MOUSEMOVE);
+  identified(WM_MOUSEMOVE);
   EXPECT_EQ(2, questions);
 }
 
 TEST_F(IdentityMemory, IsNotUsedWithoutShortcuts) {
   set_shortcuts(false);
-  is_identified(window, request, WM_MOUSEMOVE);
+  identified(WM_MOUSEMOVE);
   was_identified(window, request);
   EXPECT_EQ(2, questions);
 }

@@ -255,6 +255,21 @@ TEST_F(Script, NumbersTheFunctionsOfWindowsOfOneName) {
             body());
 }
 
+TEST_F(Script, EndsAPathAtAnActiveDialogThatHasNoParent) {
+  act({mrLevel{"Box", "A"}, mrLevel{"#32770", "Alone", 0, modal}}, "Click();");
+  EXPECT_EQ("function A()\r\n{\r\n  return macro_player.\r\n    ActiveDialog().\r\n      ChildWindow(\"A\", "
+            "\"Box\");\r\n}\r\n\r\n",
+            functions());
+}
+
+TEST_F(Script, StartsWithNewWindowsOnceTheyAreCleared) {
+  act({mrLevel{"Box", "A"}, main_window("Frame", "x")}, "Click();");
+  const std::string first = script();
+  recorder.clear_windows();
+  EXPECT_EQ(first, script());
+  EXPECT_EQ(2, recorder.m_windows.GetSize());
+}
+
 // What an earlier script called stays in the tree, and a window that is shared by now gets its function.
 TEST_F(Script, GoesOnWithTheWindowsOfTheScriptBefore) {
   act({mrLevel{"Box", "A"}, mrLevel{"#32770", "Dialog"}, main_window("Frame", "x")}, "Click();");
