@@ -388,6 +388,14 @@ TEST_F(WindowActions, NameACommandWhereItsNumberHasAName) {
   EXPECT_EQ(actionNone, recorder.last_action()->get_action_struct().kind);
 }
 
+// The prefix of commands picks among the names of a number where a group's key begins with it.
+TEST_F(WindowActions, NameACommandWithThePrefixOfCommands) {
+  for (const char* group : {"IDC_group", "IDM_group", "general"})
+    recorder.get_namer().add_constant(group, "NAME", 32771);
+  receive(windowCommand, 32771);
+  EXPECT_THAT(recorder.statements(), ElementsAre("Command(IDM_group.NAME);"));
+}
+
 TEST_F(WindowActions, CloseTheWindow) {
   receive(windowClose, 99);
   EXPECT_THAT(recorder.statements(), ElementsAre("Close();"));

@@ -148,11 +148,33 @@ TEST_F(Declarations, ChildWindowsByClassAndId) {
   }
 }
 
+// Two names for one number: only dialog and library tell which of them it is.
 TEST_F(Declarations, IdIsNamedInItsDialogAndLibrary) {
-  // The number alone has two names; only the dialog's own would tell them apart.
-  recorder.get_namer().add_constant("extra", "IDC_SECOND", 1001);
-  EXPECT_EQ("ChildWindow(\"\", \"W\", general.IDC_NAMED | extra.IDC_SECOND)",
-            declare(window, mrLevel{"W", "", 1001, WS_CHILD, 0, "", 4711}).declaration);
+  struct Namer : mrIDNamer {
+    using mrIDNamer::add_lib;
+  };
+  mrIDNamer& namer = recorder.get_namer();
+  namer.add_constant("extra", "IDC_SECOND", 1001);
+  for (const char* module : {"first", "second"}) {
+    mrLibraryRes* const library = (namer.*(&Namer::add_lib))(module);
+    library->dialogs[4711] = std::make_unique<mrDialogRes>();
+    library->dialogs[4711]->library = library;
+    library->dialogs[4711]->controls[1001] = CString("IDC_IN_") + module;
+  }
+  mrWindowInfo info = mrLevel{"ProbeW", "", 1001, WS_CHILD, 0, "", 4711};
+  strcpy(info.resource_library, "second");
+  EXPECT_EQ("ChildWindow(\"\", \"ProbeW\", IDC_IN_second)", declare(window, info).declaration);
+  EXPECT_EQ("Probe(IDC_IN_second)", declare(probe, info).declaration);
+  info.dialog_template_id = 0;
+  EXPECT_EQ("ChildWindow(\"\", \"ProbeW\", general.IDC_NAMED | extra.IDC_SECOND)",
+            declare(window, info).declaration);
+}
+
+TEST_F(Declarations, IdIsNamedWithThePrefixOfControls) {
+  for (const char* group : {"IDM_group", "IDC_group"})
+    recorder.get_namer().add_constant(group, "NAME", 77);
+  EXPECT_EQ("Probe(IDC_group.NAME)", declare(probe, mrLevel{"Probe", "", 77}).declaration);
+  EXPECT_EQ("ChildWindow(\"\", \"W\", IDC_group.NAME)", declare(window, mrLevel{"W", "", 77}).declaration);
 }
 
 // ---- control factories --------------------------------------------------------------------------------
