@@ -2,6 +2,7 @@
 #include "namer/mrIDNamer.h"
 
 #include <cstdio>
+#include <utility>
 
 mrLog::~mrLog() = default;
 
@@ -88,7 +89,7 @@ mrDialogRes* mrIDNamer::add_dialog(mrLibraryRes* module, const CString& name) {
   return dialog.get();
 }
 
-bool mrIDNamer::record_control(mrDialogRes* dialog, const CString& name) {
+bool mrIDNamer::record_control(mrDialogRes* dialog, CString name) {
   int64_t number = 0;
   if (!find_definition(dialog->library->headers, name, number)) {
     CString text;
@@ -96,7 +97,8 @@ bool mrIDNamer::record_control(mrDialogRes* dialog, const CString& name) {
     error(text);
     return false;
   }
-  dialog->controls[number] = name;
+  // At the end nearly always: editors number the controls of a dialog in their order.
+  dialog->controls.insert_or_assign(dialog->controls.end(), number, std::move(name));
   return true;
 }
 
@@ -129,25 +131,9 @@ const mrHeader* mrIDNamer::find_definition(const mrNameMap<mrHeader*>& groups, c
   return nullptr;
 }
 
-// Keeps one name for a pair of groups whose keys differ by a final letter, a module and its debug build,
-// preferring the shorter key. Deliberate: plain tests of length and substring, so names of one group can
-// displace each other as well.
 void mrIDNamer::enter_value(int64_t value, const CString& name, const CString& key) {
-  const CString qualified = key + "." + name;
-  const CString short_key = key.Left(key.GetLength() - 1);
   std::unique_ptr<mrNameArray>& names = m_values[value];
   if (!names)
     names = std::make_unique<mrNameArray>();
-  for (CString& entry : *names) {
-    if (entry == qualified)
-      return;
-    const int longer = entry.GetLength() - qualified.GetLength();
-    const bool near = longer == 1 || longer == -1;
-    if (!near || entry.Find(name) < 0 || entry.Find(short_key) < 0)
-      continue;
-    if (longer == 1)
-      entry = qualified;
-    return;
-  }
-  names->Add(qualified);
+  names->enter(name, key);
 }

@@ -144,7 +144,8 @@ protected:
   mrNameMap<std::unique_ptr<mrHeader>> m_headers;            // every header group, by key
   std::map<int64_t, std::unique_ptr<mrNameArray>> m_values;  // the qualified names that define a number
   mrNameMap<std::unique_ptr<mrLibraryRes>> m_libraries;      // every module, by name
-  mrNameArray m_include_paths;  // [0]: folder of the including file; then the target's, the system's
+  CArray<CString, const CString&>
+      m_include_paths;  // [0]: folder of the including file; then the target's, the system's
   mrNameMap<mrHeader*> m_processed_files;  // every header file read, by expanded lower-case path
   int32_t m_error_count = 0;
   int32_t m_warning_count = 0;
@@ -170,7 +171,7 @@ private:
 
   // The model.
   static mrDialogRes* add_dialog(mrLibraryRes* module, const CString& name);
-  bool record_control(mrDialogRes* dialog, const CString& name);
+  bool record_control(mrDialogRes* dialog, CString name);
   void enter_value(int64_t value, const CString& name, const CString& key);
 
   // Lookup.

@@ -9,6 +9,8 @@
 #include "namer/mrXml.h"
 
 #include <fstream>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -78,6 +80,46 @@ private:
   mrXmlDocument m_document;
   HRESULT m_result;
 };
+
+struct StoredDialog {
+  CString name;
+  std::vector<CString> controls;
+};
+
+// What the document of a module holds: names only.
+struct StoredModule {
+  std::vector<CString> headers;
+  std::vector<StoredDialog> dialogs;
+};
+
+StoredModule read_module(const mrXmlDocument& document) {
+  // From inDialog on a state is the number of a dialog: its controls belong to it.
+  enum State : int { elsewhere, inLibrary, inHeaders, inDialogs, inDialog };
+  StoredModule module;
+  const Words words;
+  document.walk([&](const mrXmlElement& element, int parent) -> int {
+    if (parent >= inDialog && element.is(L"control"))
+      module.dialogs[static_cast<size_t>(parent - inDialog)].controls.push_back(
+          element.attribute(words.name));
+    if (parent == inHeaders && element.is(L"header"))
+      module.headers.push_back(element.attribute(words.name));
+    if (parent == inDialogs && element.is(L"dialog")) {
+      module.dialogs.push_back({element.attribute(words.name), {}});
+      return inDialog + static_cast<int>(module.dialogs.size()) - 1;
+    }
+    if (parent == inLibrary && element.is(L"headers"))
+      return inHeaders;
+    if (parent == inLibrary && element.is(L"dialogs"))
+      return inDialogs;
+    return element.is(L"library") ? inLibrary : elsewhere;
+  });
+  return module;
+}
+
+// Sets a constant where it nearly always goes, since documents are in name order: at the end.
+void set_last(mrNameMap<int64_t>& constants, CString name, int64_t value) {
+  constants.insert_or_assign(constants.end(), std::move(name), value);
+}
 
 // What a document that is part of a map must give: S_FALSE, "not well-formed", is a failure there.
 HRESULT required(HRESULT hr) { return hr == S_FALSE ? E_FAIL : hr; }
@@ -260,43 +302,39 @@ long mrIDNamer::load_entries(mrMapArchive& archive, LoadDocument load) {
   }
 }
 
+// Every //constants/constant.
 long mrIDNamer::load_header(const CString& key, const mrXmlDocument& document) {
+  enum State : int { elsewhere, inConstants };
   mrHeader* const group = add_header(nullptr, key, CString());
-  mrXmlElements constants;
-  const HRESULT hr = document.select(mrBstr(L"//constants/constant"), constants);
-  if (FAILED(hr))
-    return hr;
   const Words words;
-  while (constants.next()) {
-    const CString name = constants.attribute(words.name);
-    if (!name.IsEmpty())
-      group->constants[name] = to_int(constants.attribute(words.value));
-  }
+  document.walk([&](const mrXmlElement& element, int parent) {
+    if (parent == inConstants && element.is(L"constant")) {
+      CString name = element.attribute(words.name);
+      if (!name.IsEmpty())
+        set_last(group->constants, std::move(name), to_int(element.attribute(words.value)));
+    }
+    return element.is(L"constants") ? inConstants : elsewhere;
+  });
   for (const auto& [name, value] : group->constants)
     enter_value(value, name, key);
   return S_OK;
 }
 
+// Every //library/headers/header, then every //library/dialogs/dialog with its controls.
 long mrIDNamer::load_module(const CString& name, const mrXmlDocument& document) {
+  StoredModule stored = read_module(document);
   mrLibraryRes* const module = add_lib(name);
-  const Words words;
-  mrXmlElements headers, dialogs;
-  HRESULT hr = document.select(mrBstr(L"//library/headers/header"), headers);
-  while (SUCCEEDED(hr) && headers.next()) {
-    const auto group = m_headers.find(headers.attribute(words.name));
+  for (const CString& key : stored.headers) {
+    const auto group = m_headers.find(key);
     if (group != m_headers.end())
-      module->headers[group->first] = group->second.get();
+      module->headers[key] = group->second.get();
   }
-  if (SUCCEEDED(hr))
-    hr = document.select(mrBstr(L"//library/dialogs/dialog"), dialogs);
-  const mrBstr controls_below(L"./control");
-  while (SUCCEEDED(hr) && dialogs.next()) {
-    mrDialogRes* const dialog = add_dialog(module, dialogs.attribute(words.name));
-    mrXmlElements controls;
-    if (dialog)
-      hr = dialogs.select(controls_below, controls);
-    while (SUCCEEDED(hr) && controls.next())
-      record_control(dialog, controls.attribute(words.name));
+  for (StoredDialog& stored_dialog : stored.dialogs) {
+    mrDialogRes* const dialog = add_dialog(module, stored_dialog.name);
+    if (!dialog)
+      continue;
+    for (CString& control : stored_dialog.controls)
+      record_control(dialog, std::move(control));
   }
-  return hr;
+  return S_OK;
 }

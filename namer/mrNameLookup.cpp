@@ -13,16 +13,6 @@ bool begins_with(const CString& text, const CString& prefix) {
   return text.str().compare(0, prefix.str().size(), prefix.str()) == 0;
 }
 
-// "group.NAME" in a single allocation.
-CString qualified_name(const CString& key, const CString& name) {
-  std::string text;
-  text.reserve(key.str().size() + 1 + name.str().size());
-  text += key.str();
-  text += '.';
-  text += name.str();
-  return CString(std::move(text));
-}
-
 // The names that begin with the prefix, joined; empty when none does.
 CString join_names(const mrNameArray& names, const CString& prefix) {
   static constexpr std::string_view separator = " | ";
@@ -54,7 +44,7 @@ CString mrIDNamer::get_definition(int64_t number, const CString& prefix, uint32_
     return names_of_number(number, prefix);
   int64_t defined = 0;
   const mrHeader* const group = find_definition(found->library->headers, control->second, defined);
-  return group ? qualified_name(group->key, control->second) : control->second;
+  return group ? mr_qualified_name(group->key, control->second) : control->second;
 }
 
 // The module of that name, or the one whose debug build has that name: it carries one more letter.

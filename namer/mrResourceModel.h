@@ -4,11 +4,13 @@
 
 #include "framework/CArray.h"
 #include "framework/CString.h"
+#include "framework/mrApi.h"
 
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 // Byte comparison of names, case-sensitive; also against plain text, so that looking up copies nothing.
 struct mrNameLess {
@@ -49,5 +51,18 @@ struct mrLibraryRes {
   mrNameMap<mrHeader*> headers;                              // groups its script includes; owned by the namer
 };
 
+// "key.name".
+CString mr_qualified_name(const CString& key, const CString& name);
+
 // The qualified names of one number, in the order in which they were entered.
-using mrNameArray = CArray<CString, const CString&>;
+class MR_API mrNameArray : public CArray<CString, const CString&> {
+public:
+  // Enters "key.name" unless it is there. Keeps one name for a pair of groups whose keys differ by a final
+  // letter, a module and its debug build, preferring the shorter key.
+  void enter(const CString& name, const CString& key);
+
+private:
+  // Per name a set of its pairs of neighbouring characters, one bit each: most names are passed over by it
+  // alone.
+  std::vector<uint64_t> m_pairs;
+};

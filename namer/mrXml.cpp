@@ -3,6 +3,7 @@
 
 #include "namer/mrFiles.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -14,7 +15,8 @@ constexpr DWORD any_server =
 static_assert(any_server == 23, "as documented");
 
 // IXMLDOMDocument2, which not every import library knows.
-constexpr IID document2_interface = {0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
+constexpr IID document2_interface = {
+    0x2933BF95, 0x7B36, 0x11D2, {0xB2, 0x0E, 0x00, 0xC0, 0x4F, 0x98, 0x3E, 0x60}};
 
 constexpr HRESULT failed_document = S_FALSE;
 
@@ -57,8 +59,13 @@ CString to_ansi(BSTR text) {
   const int length = static_cast<int>(SysStringLen(text));
   if (length == 0)
     return CString();
-  // One byte per character nearly always; then the first call is the only one.
   std::string ansi(static_cast<size_t>(length), '\0');
+  const auto is_plain = [](wchar_t ch) { return ch < 0x80; };
+  if (std::all_of(text, text + length, is_plain)) {
+    std::transform(text, text + length, ansi.begin(), [](wchar_t ch) { return static_cast<char>(ch); });
+    return CString(std::move(ansi));
+  }
+  // One byte per character nearly always; then the first call is the only one.
   int written = WideCharToMultiByte(CP_ACP, 0, text, length, &ansi[0], length, nullptr, nullptr);
   if (written == 0) {
     written = WideCharToMultiByte(CP_ACP, 0, text, length, nullptr, 0, nullptr, nullptr);
@@ -67,6 +74,11 @@ CString to_ansi(BSTR text) {
   }
   ansi.resize(static_cast<size_t>(written));
   return CString(std::move(ansi));
+}
+
+CString attribute_of(IXMLDOMElement* element, const mrBstr& name) {
+  Variant value;
+  return element->getAttribute(name.get(), value.out()) == S_OK ? to_ansi(value.text()) : CString();
 }
 
 // An array of bytes as the document object reads them.
@@ -104,6 +116,16 @@ mrBstr::mrBstr(const CString& text) {
     MultiByteToWideChar(CP_ACP, 0, text, text.GetLength(), m_text, length);
 }
 
+bool mrXmlElement::set(IXMLDOMNode* node) {
+  if (FAILED(node->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(m_element.out()))))
+    return false;
+  return SUCCEEDED(m_element->get_nodeName(m_name.out()));
+}
+
+bool mrXmlElement::is(const wchar_t* name) const { return m_name && std::wcscmp(m_name.get(), name) == 0; }
+
+CString mrXmlElement::attribute(const mrBstr& name) const { return attribute_of(m_element.get(), name); }
+
 bool mrXmlElements::next() {
   mrComPtr<IXMLDOMNode> node;
   while (m_list && m_list->nextNode(node.out()) == S_OK)
@@ -112,12 +134,7 @@ bool mrXmlElements::next() {
   return false;
 }
 
-CString mrXmlElements::attribute(const mrBstr& name) const {
-  Variant value;
-  if (m_element->getAttribute(name.get(), value.out()) != S_OK)
-    return CString();
-  return to_ansi(value.text());
-}
+CString mrXmlElements::attribute(const mrBstr& name) const { return attribute_of(m_element.get(), name); }
 
 HRESULT mrXmlElements::select(const mrBstr& path, mrXmlElements& selected) const {
   return m_element->selectNodes(path.get(), selected.m_list.out());
