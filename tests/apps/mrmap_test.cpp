@@ -251,6 +251,24 @@ TEST_F(MapTool, RefusesToLoseNames) {
   EXPECT_THAT(m_installation.read("ui_consts.js"), Not(HasSubstr("IDM_A")));
 }
 
+TEST_F(MapTool, ARebuildOfUnchangedSourcesCanBeRefused) {
+  // Both headers are in the group "general", where the last definition of a name wins: the stored map knows
+  // IDC_SAME as 22 in both dialogs, the sources of the first say 21.
+  const std::string root = tree().root().str();
+  for (const std::string module : {"1", "2"}) {
+    tree().write("m" + module + "/ids.h",
+                 "#define IDD_M" + module + " 20" + module + "\n#define IDC_SAME 2" + module + "\n");
+    tree().write("m" + module + "/M" + module + ".rc",
+                 "#include \"ids.h\"\nIDD_M" + module + " DIALOG\nBEGIN\nEDITTEXT IDC_SAME, 5\nEND\n");
+  }
+  tree().write("spec.xml", specification("m1/M1.rc'/><rc_file path='" + root + "/m2/M2.rc"));
+  build();
+  const Mrmap refused("build " + quoted_specification());
+  EXPECT_EQ(4, refused.status());
+  EXPECT_THAT(refused.out(),
+              HasSubstr("Warning: Library 'm1', dialog 'IDD_M1': control 'IDC_SAME' not found.\n"));
+}
+
 TEST_F(MapTool, ErrorsInTheSourcesAreCountedAndNoFailure) {
   tree().write("app.dev/ids.h", "#define IDD_A 101\n#define IDC_A 11\n#include \"missing.h\"\n");
   write_script("EDITTEXT IDC_MISSING, 5\n");
