@@ -117,8 +117,9 @@ LRESULT scFrame::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     layout();
     return 0;  // the documents' room is set by layout, not by the default procedure
   case WM_COMMAND:
-    // The documents in the Window menu are the default procedure's.
-    if (lparam == 0 && LOWORD(wparam) < first_child_id) {
+    // Of a menu, an accelerator, or a toolbar, which gives its own window in lparam. The documents in the
+    // Window menu are the default procedure's.
+    if (LOWORD(wparam) >= IDM_FILE_NEW && LOWORD(wparam) < first_child_id) {
       on_command(LOWORD(wparam));
       return 0;
     }

@@ -7,6 +7,7 @@ import argparse
 import os
 import pathlib
 import re
+import shutil
 import signal
 import subprocess
 import sys
@@ -21,37 +22,32 @@ from mrdrive.script import compare, statements, undeclared
 from mrdrive.user import User
 from mrdrive.waiting import TimedOut
 
-from scenes import SCENES
+from scenes import SESSIONS
 
 
 
 class Stage:
     """What a step of a scene works with."""
 
-    def __init__(self, display, host, recording, out):
+    def __init__(self, display, host, recording, picture):
         self.host = host
         self.recording = recording
         self.user = User(display)
         self._display = display
-        self._out = out
+        self._picture = picture
 
     def point(self, place, name, at=None):
         """The screen point in the middle of a spot of the host, or counted from its top left corner."""
         spot = self.host.wait_for(place, name)
         return spot.at(*at) if at else spot.centre
 
-    def screenshot(self, name):
+    def screenshot(self):
         """A picture of SampleCad's frame and what stands in it."""
-        screenshot(self._display, self.host.wait_for("frame", "window").rect, self._out / name)
-
-
-def is_reported(pattern):
-    """Whether the recorder reports the statement while it records: the change of focus is found at the end."""
-    return not pattern.endswith(re.escape(".SetFocus();"))
+        screenshot(self._display, self.host.wait_for("frame", "window").rect, self._picture)
 
 
 def play(stage, scenes):
-    """Plays the scenes; returns the patterns of everything that must be in the script."""
+    """Plays the scenes; returns the patterns of the statements that must be in the script."""
     expected = []
     for scene in scenes:
         print(f"\n{scene.title}", flush=True)
@@ -59,19 +55,19 @@ def play(stage, scenes):
             position = stage.recording.position()
             what = step.what
             step.do(stage)
-            for pattern in filter(is_reported, step.records):
+            for pattern in step.records:
                 statement, position = stage.recording.wait_for_line(pattern, position)
-                print(f"  {what:36} {statement}", flush=True)
+                print(f"  {what:28} {statement}", flush=True)
                 what = ""
             expected += step.records
     return expected
 
 
-def start_recording(wine, tree, out):
+def start_recording(wine, tree, out, name):
     """SampleCad and a recorder on it, both as installed."""
     programs = tree / "bin" / "x64"
-    host = SampleCad(wine, programs / "SampleCad.exe", out / "samplecad.ready")
-    recording = Recording(wine, programs / "mrrec.exe", out / "demo.wsf", out / "mrrec.log",
+    host = SampleCad(wine, programs / "SampleCad.exe", out)
+    recording = Recording(wine, programs / "mrrec.exe", out / f"{name}.wsf", out / f"{name}.log",
                           "--process", "SampleCad.exe")
     return host, recording
 
@@ -81,23 +77,36 @@ def finish(recording):
     status = recording.wait_for_end()
     if status != 0:
         raise RuntimeError(f"mrrec ended with status {status}:\n{recording.text()}")
-    return recording.script.read_bytes().decode("cp1252").replace("\r\n", "\n")
+    script = recording.script.read_bytes().decode("cp1252").replace("\r\n", "\n")
+    print(f"\n{script}", flush=True)
+    return script
 
 
-def played(tree, out, scenes):
-    """The demo by itself, on a desktop of its own: pointer and keyboard belong to nobody else."""
-    with XServer() as server, Wine(server.display) as wine:
-        host, recording = start_recording(wine, tree, out)
-        stage = Stage(server.display, host, recording, out)
-        expected = play(stage, scenes)
+def play_session(session, display, wine, tree, out):
+    """Plays and records one session; returns what is wrong with the script."""
+    print(f"\n==== {session.title}", flush=True)
+    host, recording = start_recording(wine, tree, out, session.name)
+    stage = Stage(display, host, recording, out / f"{session.name}.png")
+    expected = play(stage, session.scenes)
+    if not session.ends_by_itself:
         stage.user.key("ctrl+Break")
-        script = finish(recording)
-    print(f"\n{script}")
-    findings = compare(statements(script), expected)
-    findings += [f"not declared once: {name}" for name in undeclared(script)]
-    for finding in findings:
-        print(f"./demo: {finding}", file=sys.stderr)
-    return not findings
+    script = finish(recording)
+    host.end()
+    # All windows of SampleCad belong to its frame, which therefore gets the focus once.
+    findings = compare(statements(script), [re.escape("Main_SampleCad().SetFocus();"), *expected])
+    return findings + [f"not declared once: {name}" for name in undeclared(script)]
+
+
+def played(tree, out):
+    """The demo by itself, on a desktop of its own: pointer and keyboard belong to nobody else."""
+    shutil.copy(pathlib.Path(__file__).with_name("gearbox.scm"), out)
+    good = True
+    with XServer() as server, Wine(server.display) as wine:
+        for session in SESSIONS:
+            for finding in play_session(session, server.display, wine, tree, out):
+                print(f"./demo: {session.name}: {finding}", file=sys.stderr)
+                good = False
+    return good
 
 
 def interactive(tree, out):
@@ -106,11 +115,10 @@ def interactive(tree, out):
     if not has_display(display):
         raise RuntimeError("--interactive needs a desktop: DISPLAY names no X server that answers")
     with Wine(display, managed=True) as wine:
-        _, recording = start_recording(wine, tree, out)
+        _, recording = start_recording(wine, tree, out, "interactive")
         print("SampleCad is being recorded. Work in it; Ctrl+Break in it, or its end, ends the recording.", flush=True)
         recording.wait_for_user()
-        script = finish(recording)
-    print(f"\n{script}")
+        finish(recording)
     return True
 
 
@@ -128,14 +136,14 @@ def main():
         if options.interactive:
             good = interactive(options.tree, options.out)
         else:
-            good = played(options.tree, options.out, SCENES)
+            good = played(options.tree, options.out)
     except (RuntimeError, TimedOut, subprocess.SubprocessError) as error:
         print(f"./demo: {error}", file=sys.stderr)
         good = False
     except KeyboardInterrupt:
         print("\n./demo: interrupted", file=sys.stderr)
         return 130
-    kept = f"; script and screenshot are in {options.out}" if good else ""
+    kept = f"; scripts and pictures are in {options.out}" if good else ""
     print(f"\n./demo: {'passed' if good else 'FAILED'}{kept}")
     return 0 if good else 1
 

@@ -29,6 +29,16 @@ class Scene:
     steps: tuple
 
 
+@dataclasses.dataclass(frozen=True)
+class Session:
+    """One recording: a fresh SampleCad, scenes, one script."""
+
+    name: str            # of the script and the picture
+    title: str
+    scenes: tuple
+    ends_by_itself: bool  # the last step ends the host; else Ctrl+Break ends the recording
+
+
 # ---- gestures -----------------------------------------------------------------------------------
 # Each makes a function of the stage. A control is named by the place and the id that SampleCad gives it.
 
@@ -53,6 +63,26 @@ def drag_by(place, name, distance):
     def do(stage):
         x, y = stage.point(place, name)
         stage.user.drag((x, y), (x + distance, y))
+    return do
+
+
+def drop_down(place, name, command):
+    """The arrow at the right edge of a toolbar button, then a command of the menu under it."""
+    def do(stage):
+        spot = stage.host.wait_for(place, name)
+        stage.user.click((spot.rect[2] - 6, spot.centre[1]))
+        stage.user.click(stage.point("menu", command))
+        stage.host.wait_until_gone("menu", command)
+    return do
+
+
+def type_into_cell(place, name, value):
+    """Opens a cell for editing with a double click and replaces its text."""
+    def do(stage):
+        stage.user.double_click(stage.point(place, name))
+        stage.user.key("Home", "shift+End")
+        stage.user.type(value)
+        stage.user.key("Return")
     return do
 
 
@@ -112,9 +142,9 @@ def closing(gesture, place):
 
 
 def photographed(gesture):
-    """Takes the demo's picture before the gesture."""
+    """Takes the session's picture before the gesture."""
     def do(stage):
-        stage.screenshot("demo.png")
+        stage.screenshot()
         gesture(stage)
     return do
 
@@ -157,7 +187,7 @@ CAMERA = rf'CADView\(\)\.SetCameraPosition\("[^"]+", {SIZE}\);'
 
 IN_THE_VIEW = Scene("In the view, with the mouse", (
     Step("click", click(*VIEW, at=(100, 200)),
-         (text("Main_SampleCad().SetFocus();"), CAMERA, in_view("Click", 1, 100, 200, after=[0]))),
+         (CAMERA, in_view("Click", 1, 100, 200, after=[0]))),
     Step("click with Ctrl held down", click(*VIEW, at=(140, 220), holding="ctrl"),
          (in_view("Click", 1, 140, 220, after=[8]),)),
     Step("double click", double_click(*VIEW, at=(180, 240)), (in_view("DoubleClick", 1, 180, 240, after=[0]),)),
@@ -247,7 +277,7 @@ COMBOS = gallery(
     "combos", "Combo boxes",
     Step("chosen", pick_by_keys("dialog:combos", "IDC_COMBO_LIST", "Down", "Return"),
          (text('ComboBox_galleryIDC_COMBO_LIST().SelectItemByName("Brass");'),)),
-    Step("typed", retype("dialog:combos", "IDC_COMBO_EDIT/Edit", "Tin"), (text('Edit_1001().Text = "Tin";'),)),
+    Step("typed", retype("dialog:combos", "IDC_COMBO_EDIT/Edit", "Tin"), (r'Edit_\w+\(\)\.Text = "Tin";',)),
     Step("its list always open", click("dialog:combos", "IDC_COMBO_SIMPLE/ComboLBox[3]"),
          (text('ComboBox_galleryIDC_COMBO_SIMPLE().SelectItemByName("Aluminium");'),)),
 )
@@ -298,5 +328,66 @@ DOCUMENTS = Scene("Documents", (
     Step("closed with Ctrl+F4", closing(keys("ctrl+F4"), "document:2"), (text("ActiveDocument().Close();"),)),
 ))
 
-SCENES = (IN_THE_VIEW, BY_KEYBOARD, SHAPE_DIALOG, CHILD_DIALOGS, MODELESS, MENUS,
-          BUTTONS, EDITS, COMBOS, LISTS, TREES, TABS, SLIDERS, DOCUMENTS)
+CONTROLS = Session(
+    "controls", "Windows, dialogs, menus and every standard control",
+    (IN_THE_VIEW, BY_KEYBOARD, SHAPE_DIALOG, CHILD_DIALOGS, MODELESS, MENUS,
+     BUTTONS, EDITS, COMBOS, LISTS, TREES, TABS, SLIDERS, DOCUMENTS),
+    ends_by_itself=False)
+
+
+# ---- modelling ----------------------------------------------------------------------------------
+
+OPEN, TABLE, OPTIONS = "dialog:open", "dialog:table", "dialog:options"
+STANDARD, DRAW = "IDC_TOOLBAR_STANDARD", "IDC_TOOLBAR_DRAW"
+MODEL_VIEW = ("document:2", "IDC_VIEW")
+
+
+def tree(statement):
+    return text(f"CADTree_samplecadIDC_CAD_TREE().{statement};")
+
+
+MODEL = Scene("A model", (
+    Step("Ctrl+O", showing(keys("ctrl+o"), OPEN), (command("samplecad.IDM_FILE_OPEN"),)),
+    Step("its name, and Open", showing(closing(lambda stage: (stage.user.type("gearbox.scm"),
+                                                              click(OPEN, "IDOK")(stage)), OPEN), "document:2"),
+         (r'OpenSaveDialog\(\)\.File\("Z:.*\\\\gearbox\.scm"\);',)),
+    Step("as large as it goes", click("frame", f"{STANDARD}[IDM_VIEW_HOME]"), (text("TBB_Home().Click();"),)),
+    Step("turned", drag(*MODEL_VIEW, (150, 150), (210, 130)), (CAMERA,)),
+))
+
+PARTS = Scene("Its parts", (
+    Step("selected in the tree", click("pane", "IDC_CAD_TREE[1|2|4]"), (tree('SelectItem("1|2|4")'),)),
+    Step("hidden", click("pane", "IDC_CAD_TREE[Seal:eye]"), (tree('ItemByNumPath("1|2|5").Visible = false'),)),
+    Step("checked", click("pane", "IDC_CAD_TREE[Bolt_1:check]"), (tree('ItemByNumPath("1|3|1").Checked = true'),)),
+    Step("starred", click("pane", "IDC_CAD_TREE[Wheel_20:star]"), (tree('ItemByNumPath("1|2|2").Starred = true'),)),
+    Step("renamed in the grid", type_into_cell("pane", "IDC_PROPERTY_GRID[1,2]", "Pinion 14"),
+         (text('GXGrid_samplecadIDC_PROPERTY_GRID().SetText(1, 2, "Pinion 14");'),)),
+    Step("all in a table", showing(photographed(keys("ctrl+t")), TABLE), (command("samplecad.IDM_VIEW_TABLE"),)),
+    Step("one renamed there", type_into_cell(TABLE, "IDC_OBJECT_TABLE[5,1]", "Wheel 24"),
+         (text('GXGrid_samplecadIDC_OBJECT_TABLE().SetText(5, 1, "Wheel 24");'),)),
+    Step("close", closing(click(TABLE, "IDCANCEL"), TABLE), (pressed("Close"),)),
+    Step("a new one", click("frame", f"{DRAW}[IDM_DRAW_GEAR]"), (text("TBB_Gear().Click();"),)),
+    Step("seen from the right", drop_down("frame", f"{STANDARD}[IDM_VIEW_ORIENTATION]", "IDM_VIEW_RIGHT"),
+         (text("TBB_Right_Ctrl2().Checked = true;"),)),
+))
+
+SETTINGS = Scene("Settings", (
+    Step("from the menu", showing(choose("Tools", "IDM_TOOLS_OPTIONS"), OPTIONS),
+         (text("TBB_Options().Checked = true;"),)),
+    Step("no axes", click(OPTIONS, "IDC_OPTION_TREE[Display|Axes]"),
+         (text('OptionTree_samplecadIDC_OPTION_TREE().GetItemByPath("Display|Axes").Checked = false;'),)),
+    Step("OK", closing(click(OPTIONS, "IDOK"), OPTIONS), (pressed("OK"),)),
+))
+
+THE_END = Scene("The end", (
+    Step("saved", click("frame", f"{STANDARD}[IDM_FILE_SAVE]"), (text("TBB_Save().Click();"),)),
+    Step("exit", lambda stage: (stage.user.click(stage.point("menubar", "File")),
+                                stage.user.click(stage.point("menu", "IDM_FILE_EXIT")),
+                                stage.host.wait_for_end()),
+         (text("TBB_Exit().Checked = true;"),)),
+))
+
+MODELLING = Session("modelling", "A model is opened, changed and saved", (MODEL, PARTS, SETTINGS, THE_END),
+                    ends_by_itself=True)
+
+SESSIONS = (CONTROLS, MODELLING)

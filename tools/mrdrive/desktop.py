@@ -68,10 +68,11 @@ class Wine:
         self.environment = dict(entry.split("=", 1) for entry in settings.split("\0") if entry)
         self._programs = []
 
-    def start(self, program, *arguments, output=subprocess.DEVNULL, **environment):
-        """Starts a Windows program; `output` is a file, since Wine's services keep a pipe open for ever."""
+    def start(self, program, *arguments, output=subprocess.DEVNULL, folder=ROOT, **environment):
+        """Starts a Windows program in a folder; `output` is a file, since Wine's services keep a pipe open."""
         process = subprocess.Popen(
-            ["wine", str(program), *map(str, arguments)], env={**self.environment, **environment}, cwd=ROOT,
+            ["wine", str(pathlib.Path(program).resolve()), *map(str, arguments)], cwd=folder,
+            env={**self.environment, **environment},
             stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT, start_new_session=True)
         self._programs.append(process)
         return process

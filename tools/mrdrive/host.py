@@ -29,10 +29,11 @@ class Spot:
 class SampleCad:
     """A running SampleCad. Its ready file says where everything is; it is rewritten whenever the host is idle."""
 
-    def __init__(self, wine, program, ready_file, *arguments):
-        self._ready_file = pathlib.Path(ready_file)
+    def __init__(self, wine, program, folder, *arguments):
+        """folder: its current folder, which its file dialogs show first; the ready file stands there too."""
+        self._ready_file = pathlib.Path(folder) / "samplecad.ready"
         self._ready_file.unlink(missing_ok=True)
-        self._process = wine.start(program, "--ready", windows_path(ready_file), *arguments)
+        self._process = wine.start(program, "--ready", windows_path(self._ready_file), *arguments, folder=folder)
         self.wait_for("frame", "window")
 
     def _read(self):
@@ -64,6 +65,11 @@ class SampleCad:
 
     def wait_until_gone(self, place, name="window"):
         wait_until(lambda: not self.find(place, name), f"{name} in {place} of SampleCad to go away")
+
+    def end(self):
+        """Ends it outright; nothing is saved. Does nothing when it has ended."""
+        self._process.kill()
+        self._process.wait()
 
     def wait_for_end(self):
         return wait_for_end(self._process, "SampleCad")
