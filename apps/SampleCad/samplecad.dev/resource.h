@@ -1,4 +1,5 @@
-// Ids of the frame, its menus and the program's own dialogs. Plain numbers only: tools read this file line by line.
+// Ids of the frame, its menus and the program's own dialogs. Plain numbers only: tools read this file line by
+// line.
 #pragma once
 
 // Icons, menus, accelerators
