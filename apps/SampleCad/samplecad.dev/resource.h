@@ -34,8 +34,8 @@
 #define IDC_PROPERTY_TITLE 1108
 #define IDC_PROPERTY_GRID 1109
 
-// File dialogs: the numbers of the system's own. The address bar's, 1001, has no name: it is also that of the edit in
-// every combo box, and a name would be given to all of them.
+// File dialogs: the numbers of the system's own. The address bar's, 1001, has no name: it is also that of the
+// edit in every combo box, and a name would be given to all of them.
 #define IDC_FILE_VIEW 1121
 #define IDC_FILE_TYPE 1136
 #define IDC_FILE_NAME 1148
