@@ -117,7 +117,7 @@ def interactive(tree, out):
     with Wine(display, managed=True) as wine:
         _, recording = start_recording(wine, tree, out, "interactive")
         print("SampleCad is being recorded. Work in it; Ctrl+Break in it, or its end, ends the recording.", flush=True)
-        recording.wait_for_user()
+        recording.follow()
         finish(recording)
     return True
 

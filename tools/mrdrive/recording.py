@@ -2,6 +2,7 @@
 
 import pathlib
 import re
+import time
 
 from .desktop import wait_for_end, windows_path
 from .waiting import TimedOut, wait_until
@@ -39,9 +40,16 @@ class Recording:
         """Where the output ends now, for wait_for_line."""
         return len(self.text())
 
-    def wait_for_user(self):
-        """Waits, as long as it takes, for a user to end the recording."""
-        self._process.wait()
+    def follow(self):
+        """Waits, as long as it takes, for somebody to end the recording; shows what is recorded meanwhile."""
+        shown = 0
+        running = True
+        while running:
+            running = self._process.poll() is None
+            text = self.text()
+            print(text[shown:], end="", flush=True)
+            shown = len(text)
+            time.sleep(0.1)
 
     def wait_for_end(self):
         """The exit status; the recording was stopped by other means."""
