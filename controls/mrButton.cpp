@@ -73,15 +73,15 @@ bool mrButtonFactory::has_watched_button_changed() {
     return false;
   const LONG_PTR state = check_state(m_tracked_button);
   if (state != m_last_check_state)
-    m_changed = true;
+    m_changed = 1;
   m_last_check_state = state;
-  return m_changed;
+  return m_changed != 0;
 }
 
 void mrButtonFactory::end_watch() {
   m_tracked_button = nullptr;
   m_last_check_state = 0;
-  m_changed = false;
+  m_changed = 0;
   stop_timer();
 }
 
@@ -92,7 +92,7 @@ void mrButtonFactory::on_button_message(int kind, const mrHookedMessage& msg) {
     record.kind = buttonClick;
     record.window = msg.window;
     send_data(sizeof record, &record);
-    m_changed = false;
+    m_changed = 0;
     set_timer();
   }
   if (!is_timer_set()) {
@@ -109,9 +109,9 @@ void mrButtonFactory::remember_check_state(HWND button) {
   const LONG_PTR state = check_state(button);
   if (button != m_tracked_button) {
     m_tracked_button = button;
-    m_changed = false;
+    m_changed = 0;
   } else if (state != m_last_check_state) {
-    m_changed = true;
+    m_changed = 1;
   }
   m_last_check_state = state;
 }

@@ -4,6 +4,7 @@
 #include "hooks/mrIdentity.h"
 
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -70,7 +71,7 @@ static CString make_change(const kvtCADTreeChange& change) {
   }
 }
 
-mrTreeView* mrCADTreeFactory::get_action(HWND tree) { return new mrCADTree(tree, this); }
+mrTreeView* mrCADTreeFactory::get_action(HWND tree) { return new (std::nothrow) mrCADTree(tree, this); }
 
 void mrCADTreeFactory::copy_data(void* data) {
   const mrCADTreeRec& rec = *static_cast<const mrCADTreeRec*>(data);

@@ -52,7 +52,8 @@ bool mrEditFactory::handle_message(int kind, int /*code*/, unsigned __int64 /*wp
     return false;
   const bool is_set_text = is_text_set_by_program(msg.message) && is_wrapped_window(msg.window);
   if (kind == hookCallWndProcRet) {
-    if (is_set_text)
+    // By the handle alone: an edit that was destroyed meanwhile has no class any more, and must not stay.
+    if (is_text_set_by_program(msg.message))
       replace_in_table(msg.window, nullptr);
     return is_set_text;
   }

@@ -37,7 +37,7 @@ bool mrListViewFactory::handle_message(int kind, int /*code*/, unsigned __int64 
 }
 
 static bool is_selection_change(const NMLISTVIEW& change) {
-  // The focus moves through an item without selecting it when Shift extends a selection.
+  // The focus moves through the items without selecting them when Ctrl and an arrow key move it.
   return (change.uChanged & LVIF_STATE) && ((change.uNewState ^ change.uOldState) & LVIS_SELECTED);
 }
 
@@ -79,7 +79,7 @@ void mrListViewFactory::get_name(HWND list, int item, char* text, size_t size) {
   request.cchTextMax = static_cast<int>(size);
   SendMessageA(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&request));
   // A list view may answer with a place of its own instead of filling ours.
-  if (request.pszText && request.pszText != text)
+  if (request.pszText && request.pszText != text && request.pszText != LPSTR_TEXTCALLBACKA)
     lstrcpynA(text, request.pszText, static_cast<int>(size));
   text[size - 1] = '\0';
 }

@@ -1,4 +1,4 @@
-// A mouse button message taken apart: shared by the recorders that record the mouse itself. Recorder process.
+// A mouse button message taken apart: shared by the recorders that record the mouse itself. Both processes.
 #pragma once
 
 #include "model/mrBaseWindow.h"

@@ -31,12 +31,12 @@ bool is_system_tab(HWND window) { return window && strcmp(hooked_class_name(wind
 HWND changed_tab(int kind, const mrHookedMessage& msg) {
   if (const NMHDR* const header = notification(msg))
     return header->code == TCN_SELCHANGE && is_system_tab(header->hwndFrom) ? header->hwndFrom : nullptr;
-  if (msg.message == host_messages().bcg_change_active_tab)
-    return reinterpret_cast<HWND>(msg.lparam);
-  // Sent, the same number is something else.
-  if (msg.message == tab_beam_changed && kind == hookGetMessage)
-    return reinterpret_cast<HWND>(msg.lparam);
-  return nullptr;
+  // Sent, the number of the tab beam is something else.
+  const bool names_a_tab = msg.message == host_messages().bcg_change_active_tab ||
+                           (msg.message == tab_beam_changed && kind == hookGetMessage);
+  const HWND tab = reinterpret_cast<HWND>(msg.lparam);
+  // It is a number that other programs use for themselves, with whatever they like in its lParam.
+  return names_a_tab && IsWindow(tab) ? tab : nullptr;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <string>
+#include <new>
 
 namespace {
 
@@ -127,7 +128,7 @@ CString mrTreeViewFactory::get_num_path(HWND tree, HTREEITEM item) {
   return path;
 }
 
-mrTreeView* mrTreeViewFactory::get_action(HWND tree) { return new mrTreeView(tree, this); }
+mrTreeView* mrTreeViewFactory::get_action(HWND tree) { return new (std::nothrow) mrTreeView(tree, this); }
 
 void mrTreeViewFactory::copy_data(void* data) {
   const mrTreeViewRec& rec = *static_cast<const mrTreeViewRec*>(data);
@@ -140,7 +141,8 @@ void mrTreeViewFactory::copy_data(void* data) {
     return;
   }
   mrTreeView* const action = get_action(rec.tree);
-  action->set_type(static_cast<mrTreeViewActionType>(rec.type));
+  if (action)
+    action->set_type(static_cast<mrTreeViewActionType>(rec.type));
   append_action(action, statement);
 }
 

@@ -57,7 +57,8 @@ public:
   // Records whether the menu was opened on the selected row. 1, or 0 for a class that is no tree's.
   mrContextMenuRes context_menu_invoke(HWND window, const char* class_name, const CPoint& point) override;
 
-  // Slot 9. A new action for a tree, of type treeNoAction, owned by the caller. Recorder process.
+  // Slot 9. A new action for a tree, of type treeNoAction, owned by the caller; null
+  // when it cannot be made. Recorder process.
   virtual mrTreeView* get_action(HWND tree);
 
   // The tree that a WM_NOTIFY comes from; null for every other message. Host process, inside a hook.

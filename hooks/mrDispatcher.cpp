@@ -48,12 +48,23 @@ static void forget_windows_that_come_and_go(int kind, LPARAM lparam) {
     forget_identity(call.hwnd);
 }
 
+// Installing the hooks tells the factories of the recorder process. A host that was recorded before still has the
+// library loaded, and with it whatever its factories followed when that recording ended.
+static void start_with_another_recording() {
+  static HHOOK recording = nullptr;
+  if (recording == shared_block().get_message_hook)
+    return;
+  recording = shared_block().get_message_hook;
+  tell_factories_of_start();
+}
+
 void dispatch_hook_message(int kind, int code, WPARAM wparam, LPARAM lparam) {
   // Also while another message is dispatched: a factory's own question can make the host create a window.
   forget_windows_that_come_and_go(kind, lparam);
   if (dispatching)
     return;
   dispatching = true;
+  start_with_another_recording();
   {
     const mrClassNameScope names;
     offer_to_factories(kind, code, wparam, lparam);

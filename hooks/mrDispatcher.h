@@ -18,12 +18,12 @@ MR_API void register_factory(mrActionFactory& factory);
 // every type but 1, unless ignore_raw_mode: the recorder side, which routes and declares, always passes true.
 MR_API mrActionFactory* get_factory(int type, bool ignore_raw_mode);
 
-// Calls on_start_record on the factories of types 1 to 17, in this order. Recorder process, when hooks are
-// installed.
+// Calls on_start_record on the factories of types 1 to 17, in this order. Recorder process, before the
+// hooks are installed, and host process, before the first message of a recording is offered.
 MR_API void tell_factories_of_start();
 
-// Offers one hooked message to the factories, from type 17 down to 1, until one claims it; in raw mode to
-// type 1 only. Host process, GUI thread. A message that arrives while another one is dispatched in this
+// Offers one hooked message to the factories, from type 17 down to 1 (18 in the diagnostic build), until one
+// claims it; in raw mode to type 1 only. Host process, GUI thread. A message that arrives while another one is dispatched in this
 // process is not offered: it comes from a factory's own doing. kind is an mrHookKind; the other arguments are
 // the hook's.
 MR_API void dispatch_hook_message(int kind, int code, WPARAM wparam, LPARAM lparam);

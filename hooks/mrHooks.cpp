@@ -80,8 +80,12 @@ LRESULT CALLBACK call_wnd_proc_hook(int code, WPARAM wparam, LPARAM lparam) {
 }
 
 LRESULT CALLBACK call_wnd_ret_proc_hook(int code, WPARAM wparam, LPARAM lparam) {
-  if (code >= 0 && !belongs_to_recorder(reinterpret_cast<const CWPRETSTRUCT*>(lparam)->hwnd))
-    dispatch_hook_message(hookCallWndProcRet, code, wparam, lparam);
+  if (code >= 0) {
+    const CWPRETSTRUCT& ret = *reinterpret_cast<const CWPRETSTRUCT*>(lparam);
+    // A remote call is between the recorder and the window: no factory sees it come or go.
+    if (!belongs_to_recorder(ret.hwnd) && ret.message != shared_block().remote_message_id)
+      dispatch_hook_message(hookCallWndProcRet, code, wparam, lparam);
+  }
   return CallNextHookEx(shared_block().call_wnd_ret_hook, code, wparam, lparam);
 }
 

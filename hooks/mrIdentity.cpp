@@ -23,11 +23,12 @@ struct mrAnswer {
 constexpr size_t place_count = 256;  // a power of two
 mrAnswer answers[place_count];
 
-// The recording that the answers belong to: a new one starts with none.
-HWND answered_for = nullptr;
+// The recording that the answers belong to, told by its hook: a new one starts with none, also when it has the
+// same recorder window.
+HHOOK answered_for = nullptr;
 
 mrAnswer& place_of(HWND window, UINT request) {
-  // Handles of one process differ in their low bits, above the two that are always 0 or 1.
+  // Handles of one process differ in their low bits, above the lowest, which is always 0.
   const size_t number = (reinterpret_cast<uintptr_t>(window) >> 1) * 5 + request;
   return answers[number % place_count];
 }
@@ -35,12 +36,12 @@ mrAnswer& place_of(HWND window, UINT request) {
 bool ask(HWND window, UINT request) { return SendMessageA(window, request, 0, 0) == mr_identity_answer; }
 
 void start_anew_for_another_recording() {
-  const HWND recorder = shared_block().recorder_window;
-  if (answered_for == recorder)
+  const HHOOK recording = shared_block().get_message_hook;
+  if (answered_for == recording)
     return;
   for (mrAnswer& answer : answers)
     answer = {};
-  answered_for = recorder;
+  answered_for = recording;
 }
 
 }  // namespace

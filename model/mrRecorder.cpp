@@ -17,6 +17,11 @@ mrRecorder::mrRecorder() {
 mrRecorder::~mrRecorder() {
   clear_actions();
   clear_windows();
+  for (int type = first_factory_type; type <= last_recorded_factory_type; ++type) {
+    mrActionFactory* const factory = get_factory(type, true);
+    if (factory && factory->get_recorder() == this)
+      factory->set_recorder(nullptr);
+  }
 }
 
 // ---- session ------------------------------------------------------------------------------------

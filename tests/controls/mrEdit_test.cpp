@@ -126,6 +126,19 @@ TEST_F(EditRecognition, SixthEditSetAtTheSameTimeCountsAsChangedByTheUser) {
     play({told(EN_CHANGE, *each, claimed, change_of(*each))});
 }
 
+// A dialog that closes an in-place editor while it is told of its change: the call returns from a window that has no
+// class any more.
+TEST_F(EditRecognition, EditsDestroyedWhileTheyAreSetLeaveTheirPlaces) {
+  for (int id = 20; id < 26; ++id) {
+    mrTestWindow short_lived("Edit", "", child, dialog, id);
+    const HWND handle = short_lived;
+    play({begins(WM_SETTEXT, handle)});
+    short_lived.destroy();
+    play({{hookCallWndProcRet, handle, WM_SETTEXT, 0, 0, left, none}});
+  }
+  play({begins(WM_SETTEXT, edit), told(EN_CHANGE, edit, claimed, none), returns(WM_SETTEXT, edit)});
+}
+
 TEST_F(EditRecognition, PostedSetTextHasNoReturnAndIsNotNoted) {
   play({
       {hookGetMessage, edit, WM_SETTEXT, 0, 0, claimed, none},

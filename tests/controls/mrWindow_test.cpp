@@ -444,6 +444,10 @@ TEST_F(WindowActions, KeepWhatIsNotTheContextMenusRightClick) {
   EXPECT_EQ(3u, recorder.statements().size()) << "another place; then not the last action";
   recorder.clear_actions();
   click(10, 20, true);
+  context_menu(window, 10, 21);
+  EXPECT_EQ(2u, recorder.statements().size()) << "another place below";
+  recorder.clear_actions();
+  click(10, 20, true);
   context_menu(other, 10, 20);
   EXPECT_EQ(2u, recorder.statements().size()) << "another window";
   recorder.clear_actions();

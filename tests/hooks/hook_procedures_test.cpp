@@ -1,5 +1,6 @@
 // The four hook procedures, called as Windows calls them, and the installation of the hooks.
 #include "hooks/mrChannel.h"
+#include "hooks/mrDispatcher.h"
 #include "hooks/mrHookKind.h"
 #include "hooks/mrHooks.h"
 #include "tests/support/clean_block.h"
@@ -27,6 +28,9 @@ protected:
     shared_block().remote_message_id = RegisterWindowMessageA("MSG_MR_SEND_REMOTELY");
     // Type 17 claims everything: one line for each message that is dispatched.
     spies[17].claims = true;
+    // The first message of a recording tells the factories of it; what follows is about the messages.
+    dispatch_hook_message(hookCbt, 0, 0, 0);
+    spies.log.clear();
     recorder.set_answer([this](UINT message, WPARAM wparam, LPARAM lparam, LRESULT&) {
       if (message == mr_stop_notification) {
         ++stop_notifications;
@@ -124,7 +128,8 @@ TEST_F(HookProcedures, KeepARemoteCallFromTheFactories) {
   EXPECT_EQ(31u, wparam_seen);
   EXPECT_EQ(reinterpret_cast<LPARAM>(shared_block().remote_buffer), address);
   EXPECT_EQ(-9000000000, shared_block().remote_result);
-  EXPECT_THAT(spies.log, IsEmpty());
+  call_wnd_ret(host, shared_block().remote_message_id, 31);
+  EXPECT_THAT(spies.log, IsEmpty()) << "neither when it comes nor when it returns";
 }
 
 TEST_F(HookProcedures, LeaveARemoteCallToARecordersWindowAlone) {
@@ -157,6 +162,28 @@ TEST_F(HookProcedures, EndTheRecordingAtCtrlBreak) {
   EXPECT_THAT(spies.log, IsEmpty());
   pump_messages();
   EXPECT_EQ(1, stop_notifications);
+}
+
+TEST_F(HookProcedures, EndTheRecordingAtCtrlBreakInTheRecordersOwnWindowToo) {
+  get_message(recorder, WM_KEYDOWN, VK_CANCEL);
+  EXPECT_EQ(nullptr, shared_block().recorder_window);
+  pump_messages();
+  EXPECT_EQ(1, stop_notifications);
+}
+
+// A host that is recorded a second time still has the library loaded.
+TEST_F(HookProcedures, TellTheFactoriesOfAHostOfEachRecording) {
+  const HHOOK installed = shared_block().get_message_hook;
+  for (const uintptr_t recording : {0x1111u, 0x2222u}) {
+    shared_block().get_message_hook = reinterpret_cast<HHOOK>(recording);
+    spies.log.clear();
+    call_wnd(host, WM_USER + 1);
+    call_wnd(host, WM_USER + 1);
+    ASSERT_EQ(17u + 2, spies.log.size()) << recording;
+    EXPECT_EQ("1 start", spies.log.front());
+    EXPECT_EQ("17 start", spies.log[16]);
+  }
+  shared_block().get_message_hook = installed;
 }
 
 // The same key may first be peeked at; the hooks are gone then, and so is the recorder window.
@@ -212,9 +239,15 @@ TEST_F(Installation, TellsTheFactories1To17OfTheStartInThisOrderAndNotTheLogger)
 
 TEST_F(Installation, StoresTheRecorderWindowBeforeTheFactoriesAreTold) {
   bool told_too_early = true;
-  spies[1].on_start = [&] { told_too_early = shared_block().recorder_window != recorder; };
+  bool told_too_late = true;
+  spies[1].on_start = [&] {
+    told_too_early = shared_block().recorder_window != recorder;
+    told_too_late = shared_block().get_message_hook || shared_block().cbt_hook;
+  };
+  shared_block().get_message_hook = shared_block().cbt_hook = nullptr;
   ASSERT_TRUE(install());
   EXPECT_FALSE(told_too_early);
+  EXPECT_FALSE(told_too_late);
 }
 
 TEST_F(Installation, HooksPostedAndSentMessagesAndNotifications) {
@@ -227,6 +260,7 @@ TEST_F(Installation, HooksPostedAndSentMessagesAndNotifications) {
   EXPECT_NE(nullptr, shared.cbt_hook);
 
   spies[17].claims = true;
+  SendMessageA(host, WM_USER, 0, 0);  // the first message tells the factories of the recording too
   spies.log.clear();
   SendMessageA(host, WM_USER, 0, 0);
   EXPECT_THAT(spies.log, ElementsAre("17 message 2 0 1", "17 message 3 0 1"));

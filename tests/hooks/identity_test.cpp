@@ -87,8 +87,10 @@ TEST_F(IdentityMemory, EndsAlsoWhileAnotherMessageIsDispatched) {
 
 TEST_F(IdentityMemory, EndsWithTheRecording) {
   identified(WM_MOUSEMOVE);
-  shared_block().recorder_window = reinterpret_cast<HWND>(0x1234);
+  const HHOOK before = shared_block().get_message_hook;
+  shared_block().get_message_hook = reinterpret_cast<HHOOK>(0x1234);
   identified(WM_MOUSEMOVE);
+  shared_block().get_message_hook = before;
   EXPECT_EQ(2, questions);
 }
 

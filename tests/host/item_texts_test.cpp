@@ -98,7 +98,7 @@ struct HeadingCase {
 constexpr HeadingCase heading_cases[] = {
     {"nothing selected", -1, -1},       {"above all headings", 0, -1},  {"a heading is its own", 1, 1},
     {"first below a heading", 2, 1},    {"last below a heading", 4, 1}, {"the second heading", 5, 5},
-    {"below the second heading", 7, 5},
+    {"below the second heading", 7, 5}, {"past the end", 1000, -1},
 };
 
 TEST_F(GalleryItems, HeadingAboveAnItem) {

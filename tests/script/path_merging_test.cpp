@@ -114,6 +114,7 @@ TEST_F(PathMerging, MakesOneChainOfTheLevels) {
       {"6 after 3 searches for nothing: a name is found anywhere", "3n 6u 2m",       "m n"},
       {"6 after 3 lets the next 1 in again",                       "3n 6u 1b 2m",    "m b n"},
       {"6 after 2 searches for nothing",                           "2m 6u",          "m"},
+      {"6 after 4 first takes its declaration away",               "4d 0c 6u 2m",    "m "},
       {"6 after 4 after 1 searches for the last 1",                "1a 4d 0c 6u 2m", "m S(a) a"},
   };
   // clang-format on
