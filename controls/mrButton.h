@@ -57,5 +57,5 @@ private:
 
   HWND m_tracked_button = nullptr;  // owner-drawn button whose check state is watched; null when none
   LONG_PTR m_last_check_state = 0;  // its last BM_GETCHECK answer
-  int32_t m_changed = 0;               // 1: its check state was seen to change
+  int32_t m_changed = 0;            // 1: its check state was seen to change
 };

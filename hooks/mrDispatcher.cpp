@@ -48,8 +48,8 @@ static void forget_windows_that_come_and_go(int kind, LPARAM lparam) {
     forget_identity(call.hwnd);
 }
 
-// Installing the hooks tells the factories of the recorder process. A host that was recorded before still has the
-// library loaded, and with it whatever its factories followed when that recording ended.
+// Installing the hooks tells the factories of the recorder process. A host that was recorded before still has
+// the library loaded, and with it whatever its factories followed when that recording ended.
 static void start_with_another_recording() {
   static HHOOK recording = nullptr;
   if (recording == shared_block().get_message_hook)

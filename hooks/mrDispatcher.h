@@ -23,7 +23,7 @@ MR_API mrActionFactory* get_factory(int type, bool ignore_raw_mode);
 MR_API void tell_factories_of_start();
 
 // Offers one hooked message to the factories, from type 17 down to 1 (18 in the diagnostic build), until one
-// claims it; in raw mode to type 1 only. Host process, GUI thread. A message that arrives while another one is dispatched in this
-// process is not offered: it comes from a factory's own doing. kind is an mrHookKind; the other arguments are
-// the hook's.
+// claims it; in raw mode to type 1 only. Host process, GUI thread. A message that arrives while another one
+// is dispatched in this process is not offered: it comes from a factory's own doing. kind is an mrHookKind;
+// the other arguments are the hook's.
 MR_API void dispatch_hook_message(int kind, int code, WPARAM wparam, LPARAM lparam);

@@ -23,8 +23,8 @@ struct mrAnswer {
 constexpr size_t place_count = 256;  // a power of two
 mrAnswer answers[place_count];
 
-// The recording that the answers belong to, told by its hook: a new one starts with none, also when it has the
-// same recorder window.
+// The recording that the answers belong to, told by its hook: a new one starts with none, also when it has
+// the same recorder window.
 HHOOK answered_for = nullptr;
 
 mrAnswer& place_of(HWND window, UINT request) {

@@ -38,8 +38,8 @@ public:
   // The factory's kind: its place in the dispatch and the dwData of its uploads.
   virtual mrFactoryType get_factory_type() = 0;
 
-  // A recording starts. Called in the recorder process before the hooks are installed, and in the host, on its
-  // GUI thread, before the first message of the recording is offered.
+  // A recording starts. Called in the recorder process before the hooks are installed, and in the host, on
+  // its GUI thread, before the first message of the recording is offered.
   virtual void on_start_record() = 0;
 
   // One hooked message; kind is an mrHookKind, the other arguments are the hook's. True claims the message:

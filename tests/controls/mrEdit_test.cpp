@@ -126,8 +126,8 @@ TEST_F(EditRecognition, SixthEditSetAtTheSameTimeCountsAsChangedByTheUser) {
     play({told(EN_CHANGE, *each, claimed, change_of(*each))});
 }
 
-// A dialog that closes an in-place editor while it is told of its change: the call returns from a window that has no
-// class any more.
+// A dialog that closes an in-place editor while it is told of its change: the call returns from a window that
+// has no class any more.
 TEST_F(EditRecognition, EditsDestroyedWhileTheyAreSetLeaveTheirPlaces) {
   for (int id = 20; id < 26; ++id) {
     mrTestWindow short_lived("Edit", "", child, dialog, id);
