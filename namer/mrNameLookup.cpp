@@ -7,7 +7,8 @@
 
 namespace {
 
-constexpr size_t max_module_name = 260;  // characters; no file name is longer
+constexpr size_t max_module_name =
+    260;  // characters; a name of a file is not longer, one from an archive may be
 
 bool begins_with(const CString& text, const CString& prefix) {
   return text.str().compare(0, prefix.str().size(), prefix.str()) == 0;
@@ -49,9 +50,15 @@ CString mrIDNamer::get_definition(int64_t number, const CString& prefix, uint32_
 
 // The module of that name, or the one whose debug build has that name: it carries one more letter.
 const mrLibraryRes* mrIDNamer::find_module(std::string_view module) const {
-  if (module.empty() || module.size() > max_module_name)
+  if (module.empty())
     return nullptr;
-  char lower[max_module_name];
+  char buffer[max_module_name];
+  std::string long_name;
+  char* lower = buffer;
+  if (module.size() > sizeof buffer) {
+    long_name.resize(module.size());
+    lower = &long_name[0];
+  }
   module.copy(lower, module.size());
   mrFiles::lower_case(lower, module.size());
   auto found = m_libraries.find(std::string_view(lower, module.size()));

@@ -17,23 +17,22 @@ constexpr char map_file[] = "ui_map.rcz";
 constexpr char constants_file[] = "ui_consts.js";
 
 // The "path" of every selected element, in document order; elements without one are left out.
-std::vector<CString> read_paths(mrXmlElements& elements) {
+HRESULT read_paths(mrXmlElements& elements, std::vector<CString>& paths) {
   const mrBstr path(L"path");
-  std::vector<CString> paths;
+  if (!path)
+    return E_OUTOFMEMORY;
   while (elements.next()) {
     const CString value = elements.attribute(path);
     if (!value.IsEmpty())
       paths.push_back(value);
   }
-  return paths;
+  return S_OK;
 }
 
 HRESULT select_paths(const mrXmlElements& parent, const wchar_t* selection, std::vector<CString>& paths) {
   mrXmlElements elements;
   const HRESULT hr = parent.select(mrBstr(selection), elements);
-  if (SUCCEEDED(hr))
-    paths = read_paths(elements);
-  return hr;
+  return SUCCEEDED(hr) ? read_paths(elements, paths) : hr;
 }
 
 }  // namespace
@@ -60,10 +59,11 @@ long mrIDNamer::process_spec_file(const CString& path) {
 
   mrXmlElements system_includes, targets;
   hr = document.select(mrBstr(L"/rc_map/system_includes/include_dir"), system_includes);
-  if (FAILED(hr))
-    return hr;
-  const std::vector<CString> system_folders = read_paths(system_includes);
-  hr = document.select(mrBstr(L"/rc_map/targets/target"), targets);
+  std::vector<CString> system_folders;
+  if (SUCCEEDED(hr))
+    hr = read_paths(system_includes, system_folders);
+  if (SUCCEEDED(hr))
+    hr = document.select(mrBstr(L"/rc_map/targets/target"), targets);
   while (SUCCEEDED(hr) && targets.next())
     hr = process_target(targets, system_folders);
   return hr;

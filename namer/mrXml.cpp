@@ -137,7 +137,7 @@ bool mrXmlElements::next() {
 CString mrXmlElements::attribute(const mrBstr& name) const { return attribute_of(m_element.get(), name); }
 
 HRESULT mrXmlElements::select(const mrBstr& path, mrXmlElements& selected) const {
-  return m_element->selectNodes(path.get(), selected.m_list.out());
+  return path ? m_element->selectNodes(path.get(), selected.m_list.out()) : E_OUTOFMEMORY;
 }
 
 HRESULT mrXmlDocument::create() {
@@ -181,7 +181,7 @@ HRESULT mrXmlDocument::load_file(const CString& path) {
 }
 
 HRESULT mrXmlDocument::select(const mrBstr& path, mrXmlElements& selected) const {
-  return m_document->selectNodes(path.get(), selected.m_list.out());
+  return path ? m_document->selectNodes(path.get(), selected.m_list.out()) : E_OUTOFMEMORY;
 }
 
 HRESULT mrXmlDocument::begin(const mrBstr& root_name, mrComPtr<IXMLDOMElement>& root) {

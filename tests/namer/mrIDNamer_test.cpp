@@ -227,6 +227,13 @@ TEST_F(Lookup, AModulesNameHasNoCase) {
   EXPECT_EQ("IDC_X", definition(1, 5, "\xC4PFEL")) << "lower case is the code page's";
 }
 
+TEST_F(Lookup, AModulesNameMayBeLong) {
+  const std::string name(1000, 'x');
+  add_dialog(m_namer.add_lib(CString(name)), 5, "IDD_X", 1, "IDC_X");
+  EXPECT_EQ("IDC_X", m_namer.get_definition(1, "IDC_", 5, CString(std::string(1000, 'X'))));
+  EXPECT_EQ("IDC_X", m_namer.get_definition(1, "IDC_", 5, CString(name + "d")));
+}
+
 TEST_F(Lookup, ADebugBuildFindsItsModule) {
   EXPECT_EQ("editor.IDC_NAME", definition(11, 101, "EditorD"));
   m_namer.add_lib("editord");
