@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <fstream>
 #include <string>
+#include <utility>
 
 static_assert(cm_end_of_list == UNZ_END_OF_LIST_OF_FILE, "the zip library's own code");
 
@@ -108,13 +109,8 @@ int cmUnZip::read_current_file(void* buffer, unsigned size) {
 int cmUnZip::close_current_file() { return unzCloseCurrentFile(m_zip); }
 
 void cmUnZip::split_path(const CString& name, CString& folder, CString& file) {
-  const size_t slash = name.str().find_last_of("\\/");
-  if (slash == std::string::npos) {
-    folder.Empty();
-    file = name;
-    return;
-  }
-  const std::string text = name.str();
-  folder = CString(text.substr(0, slash));
-  file = CString(text.substr(slash + 1));
+  const int slash = static_cast<int>(name.str().find_last_of("\\/") + 1);
+  CString last = name.Mid(slash);
+  folder = name.Left(slash - 1);
+  file = std::move(last);
 }

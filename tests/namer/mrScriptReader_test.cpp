@@ -347,6 +347,21 @@ TEST_F(ScriptReader, SaysWhichScriptItProcessesInItsOwnCase) {
   EXPECT_EQ("Processing 'App.rc'...\n", testing::internal::GetCapturedStdout());
 }
 
+TEST_F(ScriptReader, TellsOfEachFileAsItIsOpened) {
+  std::vector<std::string> paths;
+  m_namer.set_progress(
+      [](void* context, const CString& path) {
+        static_cast<std::vector<std::string>*>(context)->push_back(
+            path.Mid(path.ReverseFind('\\') + 1).str());
+      },
+      &paths);
+  read("#include \"ids.h\"\n");
+  EXPECT_EQ((std::vector<std::string>{"App.rc", "winuser.h", "ids.h"}), paths);
+  m_namer.set_progress(nullptr, nullptr);
+  read("");
+  EXPECT_EQ(3u, paths.size());
+}
+
 TEST_F(ScriptReader, SaysNothingOfAScriptThatIsNotThere) {
   testing::internal::CaptureStdout();
   EXPECT_EQ(0, m_namer.process_resource_file(m_tree.path("none.rc")));
