@@ -90,8 +90,8 @@ void mrCADTreeFactory::build_change(const kvtCADTreeChange& change) {
 
 mrContextMenuRes mrCADTreeFactory::context_menu_invoke(HWND window, const char* class_name,
                                                        const CPoint& point) {
-  // The window's own class is the tree view's; this recorder's class name is only that of its declarations.
-  if (!is_tree_class(class_name) ||
+  // The window's own class is the tree view's; this recorder's class name is that of its declarations.
+  if ((!is_tree_class(class_name) && !is_wrapped_type(class_name)) ||
       SendMessageA(window, kvtWM_REQUEST_CAD_TREE_INFORMATION, 0, 0) != mr_identity_answer)
     return contextMenuNotClaimed;
   return record_context_menu(window, point);

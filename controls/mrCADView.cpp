@@ -53,7 +53,7 @@ bool mrCADViewFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/,
 mrCADViewFactory::mrViewState mrCADViewFactory::read_view(HWND view) {
   mrViewState state;
   const LRESULT reply = SendMessageA(view, host_messages().get_view_position, request_position, 0);
-  if (reply & mr_atom_bits) {
+  if ((reply & ~0x3FFFLL) == mr_atom_bits) {
     // The host only adds the atom, the recorder deletes it.
     char text[mr_max_text] = "";
     GlobalGetAtomNameA(static_cast<ATOM>(reply), text, mr_max_text);
@@ -162,7 +162,7 @@ void mrCADViewFactory::record_camera(HWND view, const mrViewState& state) {
   CString statement;
   statement.Format("SetCameraPosition(\"%s\", %d, %d);", state.position.GetString(), state.width,
                    state.height);
-  append_action(new mrCADView(view, this), statement);
+  append_statement<mrCADView>(view, statement);
   m_cameras[view] = state.key.str();
 }
 
@@ -181,7 +181,7 @@ mrContextMenuRes mrCADViewFactory::context_menu_invoke(HWND view, const char* /*
   CString statement;
   statement.Format("ContextMenu(%ld, %ld, %ld, %ld);", point.x, point.y, client.right - client.left + 1,
                    client.bottom - client.top + 1);
-  append_action(new mrCADView(view, this), statement);
+  append_statement<mrCADView>(view, statement);
   return contextMenuRecorded;
 }
 

@@ -5,6 +5,7 @@
 #include "model/mrRecorder.h"
 
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -44,6 +45,9 @@ bool mrGXGridFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, 
     return true;
   if (msg.message != mr_grid_cell_changed || !msg.lparam)
     return false;
+  // A number that any control may use for itself, with a small number in its lParam: no address lies there.
+  if (static_cast<ULONG_PTR>(msg.lparam) <= 0xFFFF)
+    return false;
   OutputDebugStringA("notify...\n");
   return on_cell_changed(*reinterpret_cast<const mrGXGridCell*>(msg.lparam));
 }
@@ -76,7 +80,7 @@ void mrGXGridFactory::copy_data(void* data) {
   if (last && last->is(rec.grid, rec.row, rec.column))
     last->set_action_string(statement);
   else
-    append_action(new mrGXGrid(rec.grid, this, rec.row, rec.column), statement);
+    append_action(new (std::nothrow) mrGXGrid(rec.grid, this, rec.row, rec.column), statement);
 }
 
 mrContextMenuRes mrGXGridFactory::context_menu_invoke(HWND /*window*/, const char* /*name*/,

@@ -58,8 +58,8 @@ void mrLoggerFactory::log(int kind, const mrHookedMessage& msg) {
 
   bool wanted = msg.window == shared.logger_window;
   if (kind == hookCallWndProc && msg.message == WM_CREATE) {
-    const CREATESTRUCTA& create = *reinterpret_cast<const CREATESTRUCTA*>(msg.lparam);
-    record.extra = reinterpret_cast<uint64_t>(create.hMenu);
+    const auto* const create = reinterpret_cast<const CREATESTRUCTA*>(msg.lparam);
+    record.extra = create ? reinterpret_cast<uint64_t>(create->hMenu) : 0;
     // The first window created after logging began captures it: a dialog or a popup that is still to come.
     if (!shared.logger_latch) {
       shared.logger_window = msg.window;
@@ -124,7 +124,7 @@ void mrLoggerFactory::copy_data(void* data) {
   }
   // Deliberate: asked whatever the window is; it serves work on toolbars, and others answer what they answer.
   line.AppendFormat(" HotItem: %d", static_cast<int>(SendMessageA(rec.window, TB_GETHOTITEM, 0, 0)));
-  append_action(new mrBaseWindow(nullptr, this), line);
+  append_statement<mrBaseWindow>(nullptr, line);
 }
 
 mrContextMenuRes mrLoggerFactory::context_menu_invoke(HWND /*window*/, const char* /*name*/,

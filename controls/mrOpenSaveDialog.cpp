@@ -202,14 +202,15 @@ CString escape_path(const CString& path) {
 void mrOpenSaveDialogFactory::copy_data(void* data) {
   const mrOpenSaveDialogRec& rec = *static_cast<const mrOpenSaveDialogRec*>(data);
   switch (rec.type) {
-  case openSaveFile:
-    append_action(new mrOpenSaveDialog(rec.dialog, this),
-                  "File(\"" + escape_path(take_atom(rec.atom)) + "\");");
+  case openSaveFile: {
+    const CString path = take_atom(rec.atom);  // first: the atom goes whatever becomes of the action
+    append_statement<mrOpenSaveDialog>(rec.dialog, "File(\"" + escape_path(path) + "\");");
     break;
+  }
   case openSaveClosed:
     // A close after a chosen file is no cancelling.
     if (!last_action_on<mrOpenSaveDialog>(rec.dialog))
-      append_action(new mrOpenSaveDialog(rec.dialog, this), "Close();");
+      append_statement<mrOpenSaveDialog>(rec.dialog, "Close();");
     break;
   }
 }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <new>
 
 namespace {
 
@@ -29,9 +30,12 @@ void ask_text(HWND tree, mrOptionTreeRequest request, void* item, char* buffer) 
 
 // The labels from the root to an item, as far as they fit. The record's path field takes each label on the
 // way.
+constexpr int max_levels = 1000;
+
 void ask_path(HWND tree, void* item) {
   char path[mr_max_text] = "";
-  while (item) {
+  // Bounded: a tree that names an item its own ancestor must not keep the host in here.
+  for (int level = 0; item && level < max_levels; ++level) {
     ask_text(tree, optionLabel, item, record.path);
     char longer[mr_max_text] = "";
     snprintf(longer, sizeof longer, "%s%s%s", record.path, *path ? "|" : "", path);
@@ -107,7 +111,7 @@ void mrOptionTreeFactory::copy_data(void* data) {
   if (last && last->is(rec.tree, rec.item))
     last->set_action_string(statement);
   else
-    append_action(new mrOptionTree(rec.tree, this, rec.item), statement);
+    append_action(new (std::nothrow) mrOptionTree(rec.tree, this, rec.item), statement);
 }
 
 mrContextMenuRes mrOptionTreeFactory::context_menu_invoke(HWND /*window*/, const char* /*class_name*/,

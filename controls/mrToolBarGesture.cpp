@@ -372,7 +372,9 @@ bool mrToolBarFactory::begin_context_menu(const mrHookedMessage& msg) {
     if (m_header.state == mrTrackContextMenu && !m_snapshot.empty())
       return true;
     // Deliberate: in this order. The point is the message window's, also when the menu is for a child of it.
-    ScreenToClient(window, &point);
+    // A request from the keyboard has no place to convert.
+    if (point != keyboard_point)
+      ScreenToClient(window, &point);
     window = reinterpret_cast<HWND>(msg.wparam);
   }
   set_start_event(window, point, mrTrackContextMenu);

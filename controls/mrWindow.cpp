@@ -101,11 +101,11 @@ void mrWindowFactory::copy_data(void* data) {
   case windowCommand: {
     const CString name =
         get_recorder()->get_namer().get_definition(static_cast<int32_t>(rec.message), "IDM_", 0, "");
-    append_action(new mrBaseWindow(rec.window, this), "Command(" + name + ");");
+    append_statement<mrBaseWindow>(rec.window, "Command(" + name + ");");
     break;
   }
   case windowClose:
-    append_action(new mrBaseWindow(rec.window, this), "Close();");
+    append_statement<mrBaseWindow>(rec.window, "Close();");
     break;
   }
 }
@@ -165,7 +165,7 @@ mrContextMenuRes mrWindowFactory::context_menu_invoke(HWND window, const char* /
   }
   CString statement;
   statement.Format("ContextMenu(%ld, %ld);", point.x, point.y);
-  append_action(new mrBaseWindow(window, this), statement);
+  append_statement<mrBaseWindow>(window, statement);
   return contextMenuRecorded;
 }
 

@@ -21,13 +21,14 @@ public:
         ++identity_questions;
         result = is_view;
       } else {
-        result = position.empty() ? 0x1234 : GlobalAddAtomA(position.c_str());
+        result = position.empty() ? no_atom : GlobalAddAtomA(position.c_str());
       }
       return true;
     });
   }
 
   std::string position = "eye 1 2 3";
+  LRESULT no_atom = 0x1234;  // the answer without a position
   LRESULT is_view = 1;
   int identity_questions = 0;
 };
@@ -218,6 +219,15 @@ TEST_F(CADView, WritesAnEmptyPositionForAViewThatGivesNone) {
   view.position.clear();
   receive(WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
   EXPECT_EQ("SetCameraPosition(\"\", 201, 101);", recorder.statements().at(0));
+}
+
+TEST_F(CADView, TakesNoAnswerOutsideTheAtomsForAnAtom) {
+  view.position.clear();
+  for (const LRESULT answer : {0LL, 0x1234LL, 0x4000LL, 0x8001LL, 0x1C001LL, -1LL}) {
+    view.no_atom = answer;
+    receive(WM_LBUTTONDOWN, 1, 1, MK_LBUTTON);
+    EXPECT_EQ("SetCameraPosition(\"\", 201, 101);", recorder.statements().at(0)) << answer;
+  }
 }
 
 TEST_F(CADView, WritesThePositionAsItStands) {

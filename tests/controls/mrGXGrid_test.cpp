@@ -111,6 +111,7 @@ TEST_F(GXGridRecognition, LeavesACellOfAWindowThatIsNoGrid) {
 TEST_F(GXGridRecognition, LeavesTheMessageWithoutACellAndEveryOther) {
   play_tape(factory(), uploads,
             {{hookCallWndProc, frame, mr_grid_cell_changed, 0, 0, left, none},
+             {hookCallWndProc, frame, mr_grid_cell_changed, 0, 7, left, none},
              {hookCallWndProcRet, frame, mr_grid_cell_changed, 0, cell_address, left, none},
              {hookCallWndProc, frame, WM_COMMAND, 1, 0, left, none},
              {hookGetMessage, nullptr, WM_LBUTTONDOWN, 0, 0, left, none}});
