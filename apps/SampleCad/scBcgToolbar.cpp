@@ -153,6 +153,7 @@ LRESULT scBcgToolbar::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     return 0;
   case WM_SETFOCUS:
     m_focus_before = reinterpret_cast<HWND>(wparam);
+    set_hot(-1);  // from the first button, wherever the mouse is
     step_hot(1);
     return 0;
   case WM_KILLFOCUS:
@@ -286,10 +287,10 @@ void scBcgToolbar::press(int index) {
   // As after a click: the focus goes back before the command runs.
   if (GetFocus() == handle())
     SetFocus(m_focus_before);
-  // Posted first: closing a drop-down ends this object.
-  PostMessageA(frame, WM_COMMAND, static_cast<WPARAM>(command), 0);
+  // Closing a drop-down ends this object: nothing of it is used below.
   if (m_opener)
     m_opener->close_popup();
+  SendMessageA(frame, WM_COMMAND, static_cast<WPARAM>(command), 0);
 }
 
 void scBcgToolbar::on_key(WPARAM key) {
@@ -311,10 +312,11 @@ void scBcgToolbar::on_key(WPARAM key) {
   case VK_SPACE: {
     if (!bar.is_button(bar.m_hot) || !bar.enabled(bar.m_hot))
       break;
-    const bool from_popup = m_popup != nullptr;
-    bar.press(bar.m_hot);  // ends the drop-down: bar is not used below
-    if (from_popup && GetFocus() == handle())
+    // A choice of the drop-down, too, gives the focus back before its command runs.
+    const bool is_command = bar.m_buttons[static_cast<size_t>(bar.m_hot)].choices.empty();
+    if (m_popup && is_command && GetFocus() == handle())
       SetFocus(m_focus_before);
+    bar.press(bar.m_hot);  // ends the drop-down: bar is not used below
     break;
   }
   case VK_ESCAPE:

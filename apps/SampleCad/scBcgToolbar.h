@@ -4,7 +4,7 @@
 // They answer the common toolbar messages TB_BUTTONCOUNT, TB_GETBUTTON, TB_GETITEMRECT, TB_GETBUTTONTEXTA,
 // TB_GETSTRINGA and TB_GETHOTITEM. A button with a drop-down opens a second toolbar of the same class, with
 // the choices one below the other. With the focus, arrow keys move the hot button, Return or Space presses
-// it, Down opens a drop-down and Escape gives the focus back. A command is posted to the frame.
+// it, Down opens a drop-down and Escape gives the focus back. A command is sent to the frame.
 #pragma once
 
 #include "apps/SampleCad/scCommandState.h"

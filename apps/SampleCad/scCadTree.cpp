@@ -77,10 +77,29 @@ void scCadTree::sync(const scModel* model, int document, const CString& title) {
     return;
   m_model = model;
   std::vector<Row> wanted = model ? wanted_rows(*model, document, title) : std::vector<Row>();
+  // A tree selects another item in place of a deleted one, and its first item when it gets the focus and has
+  // none selected; it tells its parent of both. Neither is a choice of the user: it happens while the tree is
+  // hidden.
+  const bool has_missing =
+      std::any_of(m_rows.begin(), m_rows.end(), [&](const Row& row) { return !is_in(wanted, row); });
+  const bool hide = IsWindowVisible(m_tree) && (has_missing || m_rows.empty());
+  const bool had_focus = GetFocus() == m_tree;
+  if (hide)
+    ShowWindow(m_tree, SW_HIDE);
   remove_missing(wanted);
   insert_or_rename(wanted);
   m_rows = std::move(wanted);
+  if (!m_rows.empty() && !TreeView_GetSelection(m_tree))
+    TreeView_SelectItem(m_tree, m_rows.front().item);
+  if (hide)
+    ShowWindow(m_tree, SW_SHOW);
+  if (had_focus)
+    SetFocus(m_tree);
   InvalidateRect(m_tree, nullptr, TRUE);
+}
+
+bool scCadTree::is_in(const std::vector<Row>& wanted, const Row& row) const {
+  return std::any_of(wanted.begin(), wanted.end(), [&row](const Row& other) { return other.key == row.key; });
 }
 
 scCadTree::Row* scCadTree::find(const CString& key) {
@@ -91,28 +110,12 @@ scCadTree::Row* scCadTree::find(const CString& key) {
 }
 
 void scCadTree::remove_missing(const std::vector<Row>& wanted) {
-  const auto is_missing = [&wanted](const Row& row) {
-    return std::none_of(wanted.begin(), wanted.end(),
-                        [&row](const Row& other) { return other.key == row.key; });
-  };
-  if (std::none_of(m_rows.begin(), m_rows.end(), is_missing))
-    return;
-  // A tree selects another item in place of a deleted one and tells its parent of it. That is no choice of
-  // the user: it is made while the tree is hidden, as nothing that is seen happens by itself.
-  const bool was_visible = IsWindowVisible(m_tree);
-  const bool had_focus = GetFocus() == m_tree;
-  if (was_visible)
-    ShowWindow(m_tree, SW_HIDE);
   // From the end: children go before their parents.
   for (size_t i = m_rows.size(); i-- > 0;)
-    if (is_missing(m_rows[i])) {
+    if (!is_in(wanted, m_rows[i])) {
       TreeView_DeleteItem(m_tree, m_rows[i].item);
       m_rows.erase(m_rows.begin() + static_cast<ptrdiff_t>(i));
     }
-  if (was_visible)
-    ShowWindow(m_tree, SW_SHOW);
-  if (had_focus)
-    SetFocus(m_tree);
 }
 
 void scCadTree::insert_or_rename(std::vector<Row>& wanted) {

@@ -50,6 +50,7 @@ private:
   void draw_icon(HDC dc, const scShape& shape, Icon icon, const RECT& at) const;
 
   std::vector<Row> wanted_rows(const scModel& model, int document, const CString& title) const;
+  bool is_in(const std::vector<Row>& wanted, const Row& row) const;
   void remove_missing(const std::vector<Row>& wanted);
   void insert_or_rename(std::vector<Row>& wanted);
   Row* find(const CString& key);
