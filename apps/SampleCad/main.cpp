@@ -16,6 +16,7 @@
 
 namespace {
 
+// As docs/samplecad.md tells them.
 constexpr int exit_failed = 1;
 constexpr int exit_usage = 2;
 
@@ -86,6 +87,7 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*comma
     show_text(STD_OUTPUT_HANDLE, options.help ? usage() : CString("SampleCad " SC_VERSION "\n"));
     return 0;
   }
+  // Before the first template that names one of them.
   INITCOMMONCONTROLSEX controls = {sizeof(controls),
                                    ICC_WIN95_CLASSES | ICC_USEREX_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&controls);
@@ -99,6 +101,7 @@ int WINAPI WinMain(HINSTANCE /*instance*/, HINSTANCE /*previous*/, LPSTR /*comma
   // Posted, as a choice in the menu would be: a modal dialog then opens from inside the message loop.
   for (const CString& name : options.dialogs)
     PostMessageA(frame.handle(), WM_COMMAND, static_cast<WPARAM>(dialog_command(name)), 0);
+  // Until the frame is gone.
   const int status = run();
   remove_ready_file();
   return status;

@@ -17,6 +17,7 @@ constexpr int icon_width = 18;  // pixels
 constexpr COLORREF palette[] = {RGB(150, 205, 255), RGB(255, 205, 110), RGB(150, 235, 160),
                                 RGB(255, 150, 110), RGB(255, 120, 160), RGB(200, 170, 255)};
 
+// A colour that is not of the palette is followed by its first.
 COLORREF next_colour(COLORREF colour) {
   const COLORREF* last = std::end(palette);
   const COLORREF* found = std::find(std::begin(palette), last, colour);
@@ -55,6 +56,7 @@ std::vector<scCadTree::Row> scCadTree::wanted_rows(const scModel& model, int doc
   CString root;
   root.Format("%d", document);
   rows.push_back({root, "", title, 0, nullptr});
+  // Groups stand where their first object would; objects of no group below the model itself.
   const auto has = [&rows](const CString& key) {
     return std::any_of(rows.begin(), rows.end(), [&key](const Row& row) { return row.key == key; });
   };
@@ -66,6 +68,7 @@ std::vector<scCadTree::Row> scCadTree::wanted_rows(const scModel& model, int doc
         rows.push_back({parent, root, shape.group, 0, nullptr});
     }
     CString key;
+    // The group is part of the key: an object that changes its group moves.
     key.Format("%s#%d", parent.GetString(), shape.id);
     rows.push_back({key, parent, shape.name, shape.id, nullptr});
   }
@@ -121,6 +124,7 @@ void scCadTree::remove_missing(const std::vector<Row>& wanted) {
 void scCadTree::insert_or_rename(std::vector<Row>& wanted) {
   for (size_t i = 0; i < wanted.size(); ++i) {
     Row& row = wanted[i];
+    // What is there already keeps its item, and with it selection and expansion.
     const Row* present = find(row.key);
     if (present) {
       row.item = present->item;
@@ -133,6 +137,7 @@ void scCadTree::insert_or_rename(std::vector<Row>& wanted) {
       }
       continue;
     }
+    // Behind the last of its siblings so far; the rows come in the order of the tree.
     TVINSERTSTRUCTA added = {};
     added.hInsertAfter = TVI_FIRST;
     for (size_t j = 0; j < i; ++j) {
@@ -169,6 +174,7 @@ std::vector<int> scCadTree::selected_shapes() const {
   if (!top)
     return ids;
   for (const Row& row : m_rows) {
+    // Keys of objects begin with those of their groups.
     const bool below = row.key.Left(top->key.GetLength()) == top->key;
     if (row.shape && (row.shape == top->shape || (!top->shape && below)))
       ids.push_back(row.shape);
@@ -184,6 +190,7 @@ bool scCadTree::item_row(HTREEITEM item, RECT& rect) const {
   return SendMessageA(m_tree, TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&rect));
 }
 
+// Columns from the right edge, whatever the depth of the item.
 RECT scCadTree::icon_rect(const RECT& row, Icon icon) const {
   const int right = static_cast<int>(client_rect(m_tree).right) - (icons - 1 - icon) * icon_width;
   return {right - icon_width, row.top, right, row.bottom};
@@ -212,6 +219,7 @@ void scCadTree::tell(HTREEITEM item, const scShape& shape, Icon icon) {
   kvtCADTreeChange change = {};
   change.tree = m_tree;
   change.item = item;
+  // The change that a click stands for: the opposite of what is now.
   switch (icon) {
   case iconsCheck:
     change.change = shape.checked ? kvtObjectUnchecked : kvtObjectChecked;
@@ -267,6 +275,7 @@ void scCadTree::list_items(const Add& add) const {
   }
 }
 
+// After the tree has painted itself, over whatever long labels reach below the icons.
 void scCadTree::draw_icons() {
   const HDC dc = GetDC(m_tree);
   for (const Row& row : m_rows) {

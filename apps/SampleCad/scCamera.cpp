@@ -38,6 +38,7 @@ void scCamera::look(double new_yaw, double new_pitch) {
 
 void scCamera::zoom(double factor) { distance = std::clamp(distance * factor, min_distance, max_distance); }
 
+// Moves the target against the drag, in the plane of the picture and as fast as what is seen there.
 void scCamera::pan(double dx, double dy, int view_height) {
   const double scale = distance / (focal_length * std::max(view_height, 1));
   const double c = std::cos(radians(yaw));
@@ -49,6 +50,7 @@ void scCamera::pan(double dx, double dy, int view_height) {
   target.z += dy * up * scale;
 }
 
+// x to the right, y up, z away from the camera.
 scPoint3 scCamera::to_eye(const scPoint3& point) const {
   const double x = point.x - target.x;
   const double y = point.y - target.y;
@@ -63,6 +65,7 @@ scPoint3 scCamera::to_eye(const scPoint3& point) const {
 }
 
 scPoint2 scCamera::to_screen(const scPoint3& eye, int width, int height) const {
+  // Without perspective everything is as large as at the target.
   const double scale = focal_length * height / (perspective ? eye.z : distance);
   return {width / 2.0 + eye.x * scale, height / 2.0 - eye.y * scale};
 }
@@ -112,6 +115,7 @@ bool scCamera::from_text(const char* text) {
   if (std::sscanf(text, "yaw=%lf pitch=%lf distance=%lf target=%lf,%lf,%lf %15s", &read.yaw, &read.pitch,
                   &read.distance, &read.target.x, &read.target.y, &read.target.z, projection) != 7)
     return false;
+  // Anything but "parallel" is in perspective.
   read.perspective = std::strcmp(projection, "parallel") != 0;
   *this = read;
   return true;

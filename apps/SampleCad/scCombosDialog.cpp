@@ -28,6 +28,7 @@ protected:
   }
 
   void on_control(int id, int code) override {
+    // Opening and closing lists tells nothing new.
     if (code == CBN_SELCHANGE)
       report("Selected", id);
     else if (code == CBN_EDITCHANGE)
@@ -44,6 +45,7 @@ protected:
   }
 
 private:
+  // Appends an item; data is what tells a heading.
   void add_extended(int id, const char* name, int indent, LPARAM data) {
     COMBOBOXEXITEMA added = {};
     added.mask = CBEIF_TEXT | CBEIF_INDENT | CBEIF_LPARAM;

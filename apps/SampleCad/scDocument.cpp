@@ -10,8 +10,10 @@
 namespace {
 
 constexpr char document_class[] = "SampleCadDocument";
+// The Turn commands are drags of this many pixels.
 constexpr double turn_step = 37.5;  // pixels of a drag: 15 degrees
 
+// What stands in the title: no folders.
 CString base_name(const CString& path) {
   const int slash = std::max(path.ReverseFind('\\'), path.ReverseFind('/'));
   return path.Mid(slash + 1);
@@ -55,7 +57,7 @@ LRESULT scDocument::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     if (m_view.handle())
       SetFocus(m_view.handle());
     return 0;
-  case WM_MDIACTIVATE:
+  case WM_MDIACTIVATE:  // sent to the one that goes and to the one that comes
     m_frame.on_document_activated(reinterpret_cast<HWND>(lparam) == handle() ? this : nullptr);
     return 0;
   case WM_ERASEBKGND:
@@ -71,6 +73,7 @@ void scDocument::on_gone() {
   delete this;
 }
 
+// A file that cannot be read leaves path, title and model as they were.
 bool scDocument::load(const char* path) {
   if (!m_model.load(path))
     return false;
@@ -111,6 +114,7 @@ void scDocument::on_model_changed() {
 void scDocument::add_shape(scShapeKind kind) {
   constexpr COLORREF colours[] = {RGB(150, 205, 255), RGB(255, 205, 110), RGB(150, 235, 160),
                                   RGB(255, 150, 110)};
+  // Names and places follow from the number of objects: the same commands give the same model.
   const size_t count = m_model.shapes().size();
   scShape shape;
   shape.kind = kind;
@@ -131,6 +135,7 @@ void scDocument::select_all() {
 
 // ---- commands -----------------------------------------------------------------------------------
 
+// Each part looks at the commands of one menu and says whether it knew this one.
 bool scDocument::on_command(int id) {
   if (on_view_command(id) || on_edit_command(id) || on_insert_command(id))
     return true;
@@ -200,6 +205,7 @@ bool scDocument::on_edit_command(int id) {
 }
 
 bool scDocument::on_insert_command(int id) {
+  // The commands stand in the order of the kinds.
   if (id >= IDM_DRAW_BOX && id <= IDM_DRAW_GEAR) {
     add_shape(static_cast<scShapeKind>(id - IDM_DRAW_BOX));
     return true;
@@ -223,6 +229,7 @@ bool scDocument::on_insert_command(int id) {
 
 bool scDocument::command_state(int id, scCommandState& state) const {
   const scViewSettings& settings = m_view.settings();
+  // Each answers true: the command is one of documents.
   const auto radio = [&state](bool on) {
     state.radio = true;
     state.checked = on;

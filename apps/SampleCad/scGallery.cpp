@@ -33,6 +33,7 @@ bool scGalleryDialog::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRE
     result = TRUE;
     return on_draw_item(*reinterpret_cast<DRAWITEMSTRUCT*>(lparam));
   }
+  // Also of controls inside the dialog, which hand it on to their parent.
   if (message == WM_CONTEXTMENU) {
     show_item_menu(reinterpret_cast<HWND>(wparam), lparam);
     return true;
@@ -43,6 +44,7 @@ bool scGalleryDialog::on_message(UINT message, WPARAM wparam, LPARAM lparam, LRE
 void scGalleryDialog::report(const char* what, int id) {
   if (!IsWindowVisible(handle()))
     return;  // still being filled
+  // Commands and controls have ranges of their own.
   const CString name = id >= 40000 ? command_name(id) : control_name(id);
   set_text(IDC_GALLERY_RESULT, CString(what) + ": " + name);
 }
@@ -79,6 +81,7 @@ bool scGalleryDialog::on_draw_item(const DRAWITEMSTRUCT& item) {
 }
 
 void scGalleryDialog::show_item_menu(HWND control, LPARAM point) {
+  // Everything else keeps the menu that it has, or none.
   switch (GetDlgCtrlID(control)) {
   case IDC_LIST_SINGLE:
   case IDC_LIST_MULTIPLE:
@@ -98,5 +101,6 @@ void scGalleryDialog::show_item_menu(HWND control, LPARAM point) {
   }
   const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_ITEM_CONTEXT_MENU));
   TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, at.x, at.y, 0, handle(), nullptr);
+  // The command has been posted by now; the menu is not needed for it.
   DestroyMenu(menu);
 }

@@ -9,6 +9,7 @@
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
+// Few colours: dark lines, one warm accent for what a command does; red, green and blue for the axes.
 constexpr COLORREF ink = RGB(52, 74, 104);
 constexpr COLORREF accent = RGB(215, 120, 20);
 constexpr COLORREF green = RGB(60, 140, 70);
@@ -49,6 +50,7 @@ private:
   COLORREF m_colour = ink;
 };
 
+// An isometric cube; one face is drawn bold to tell a direction of view.
 void draw_cube(Pen& pen, int bold_face) {
   pen.lines({{10, 2}, {17, 6}, {10, 10}, {3, 6}}, true);
   pen.lines({{3, 6}, {3, 14}, {10, 18}, {17, 14}, {17, 6}}, false);
@@ -81,6 +83,7 @@ void draw_gear(Pen& pen) {
   pen.arc(10, 10, 2, 2);
 }
 
+// Ten corners, alternately near and far, from the top clockwise.
 void draw_star(Pen& pen) {
   double last_x = 10;
   double last_y = 2;
@@ -95,6 +98,7 @@ void draw_star(Pen& pen) {
   }
 }
 
+// Paper, folder, disk, and the two bent arrows.
 void draw_file_icon(Pen& pen, int icon) {
   switch (icon) {
   case iconNew:
@@ -125,6 +129,7 @@ void draw_file_icon(Pen& pen, int icon) {
   }
 }
 
+// What the mouse does, and what is seen besides the model.
 void draw_view_icon(Pen& pen, int icon) {
   switch (icon) {
   case iconGrid:
@@ -176,6 +181,7 @@ void draw_view_icon(Pen& pen, int icon) {
   }
 }
 
+// The shapes and, by the bold face of a cube, the directions of view.
 void draw_shape_icon(Pen& pen, int icon) {
   switch (icon) {
   case iconCylinder:
@@ -221,6 +227,7 @@ void draw_icon(Pen& pen, int icon) {
 
 HIMAGELIST make_icons() {
   const HIMAGELIST list = ImageList_Create(icon_size, icon_size, ILC_COLOR32 | ILC_MASK, icon_count, 0);
+  // Between the colours of toolbars and of lists: the edges of lines are mixed with it and show on both.
   const COLORREF background = RGB(246, 248, 250);
   for (int icon = 0; icon < icon_count; ++icon) {
     scCanvas canvas;
@@ -245,6 +252,7 @@ HIMAGELIST make_icons() {
 
 }  // namespace
 
+// Deliberate: never destroyed. Windows use it until the very end of the process.
 HIMAGELIST command_icons() {
   static const HIMAGELIST list = make_icons();
   return list;

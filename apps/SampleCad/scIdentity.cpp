@@ -3,6 +3,7 @@
 
 namespace {
 
+// Kept on the windows themselves: they go when the windows go.
 constexpr char name_property[] = "SampleCad.Name";
 constexpr char idd_property[] = "SampleCad.Dialog";
 
@@ -13,6 +14,7 @@ struct IdentityMessages {
   UINT window_name = RegisterWindowMessageA("MSG_ZQ_GetWindowName");
 };
 
+// Registered at the first question; the numbers hold for the session.
 const IdentityMessages& messages() {
   static const IdentityMessages registered;
   return registered;
@@ -32,6 +34,7 @@ void set_window_idd(HWND window, int dialog_id) {
 }
 
 bool answer_identity(UINT message, LPARAM lparam, LRESULT& answer) {
+  // Any window of the program, also inside a dialog; another program's has no such property.
   const HWND window = reinterpret_cast<HWND>(lparam);
   if (message == messages().window_name)
     answer = as_atom(static_cast<const char*>(GetPropA(window, name_property)));

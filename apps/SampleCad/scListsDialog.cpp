@@ -13,6 +13,7 @@ struct Part {
   const char* material;
   const char* mass;
 };
+// Texts with a backslash and without any: the last part is recorded by its index.
 constexpr Part parts[] = {
     {"Base plate", "Steel", "4.2 kg"},
     {"Bearing A", "Steel", "0.8 kg"},
@@ -39,6 +40,7 @@ protected:
   void on_control(int /*id*/, int /*code*/) override {}
 
   bool on_command(int id, int code, HWND control) override {
+    // The two codes are those of list boxes only; buttons tell 0.
     if (control && (code == LBN_SELCHANGE || code == LBN_DBLCLK) && id != IDC_BY_PROGRAM && id != IDCANCEL)
       report(code == LBN_SELCHANGE ? "Selected" : "Double click", id);
     return scGalleryDialog::on_command(id, code, control);
@@ -58,6 +60,7 @@ protected:
       send(id, LB_SETCURSEL, 2);
     for (const int id : {IDC_LIST_MULTIPLE, IDC_LIST_EXTENDED})
       send(id, LB_SETSEL, TRUE, 3);
+    // The program may tell itself of a change; nobody can have made it in a list that is disabled.
     SendMessageA(handle(), WM_COMMAND, MAKEWPARAM(IDC_LIST_DISABLED, LBN_SELCHANGE),
                  reinterpret_cast<LPARAM>(item(IDC_LIST_DISABLED)));
     // A list view tells of every change, whoever makes it; the disabled one tells of one that no user can
@@ -68,6 +71,7 @@ protected:
 private:
   void fill_list_view(int id) {
     const HWND list = item(id);
+    // A click anywhere in the row selects it.
     SendMessageA(list, LVM_SETEXTENDEDLISTVIEWSTYLE, LVS_EX_FULLROWSELECT, LVS_EX_FULLROWSELECT);
     int position = 0;
     for (const char* title : {"Part", "Material", "Mass"}) {

@@ -17,6 +17,7 @@
 
 namespace {
 
+// As high as all properties; the tree takes the rest.
 constexpr int title_height = 18;  // pixels
 constexpr int grid_height = (shape_cells + 1) * 19 + 8;
 
@@ -28,6 +29,7 @@ bool scModelPane::create_in(HWND frame) {
   scGrid::register_grid();
   if (!open(frame))
     return false;
+  // A dialog made from a template has no id; this one is a control of the frame.
   SetWindowLongPtrA(handle(), GWLP_ID, IDC_MODEL_PANE);
   set_window_idd(handle(), IDD_MODEL_PANE);
   return true;
@@ -36,7 +38,7 @@ bool scModelPane::create_in(HWND frame) {
 void scModelPane::on_init() {
   m_tree.attach(item(IDC_CAD_TREE));
   grid().set_columns({"Property", "Value"}, {84, 100});
-  grid().lock_column(1);
+  grid().lock_column(1);  // the names of properties
   show_properties();
 }
 
@@ -46,6 +48,7 @@ void scModelPane::move(const RECT& place) {
   MoveWindow(handle(), place.left, place.top, place.right - place.left, place.bottom - place.top, TRUE);
 }
 
+// Titles above the tree and above the grid, both as wide as the pane.
 void scModelPane::layout() {
   const RECT client = client_rect(handle());
   const int grid_top = std::max<int>(client.bottom - grid_height, client.bottom / 2);
@@ -71,6 +74,7 @@ void scModelPane::show(scDocument* document) {
   show_properties();
 }
 
+// The first of the selected ones; null when nothing is selected or it has just been deleted.
 const scShape* scModelPane::shown_shape() const {
   if (!m_document || m_document->view().selection().empty())
     return nullptr;
@@ -119,7 +123,7 @@ bool scModelPane::on_notify(NMHDR& header, LRESULT& result) {
   if (header.hwndFrom != item(IDC_CAD_TREE) || m_showing || !m_document)
     return false;
   switch (header.code) {
-  case TVN_SELCHANGEDA:
+  case TVN_SELCHANGEDA:  // a group selects everything in it
     m_document->view().select(m_tree.selected_shapes());
     return true;
   case TVN_BEGINLABELEDITA:
@@ -137,6 +141,7 @@ bool scModelPane::on_notify(NMHDR& header, LRESULT& result) {
 }
 
 void scModelPane::take_tree_change(LPARAM lparam) {
+  // The tree changes nothing itself: it is told back by the model, as every other window.
   const auto& change = *reinterpret_cast<const kvtCADTreeChange*>(lparam);
   const int id = m_tree.shape_of(static_cast<HTREEITEM>(change.item));
   const scShape* shape = m_document ? m_document->model().find(id) : nullptr;
@@ -175,7 +180,7 @@ void scModelPane::take_cell(int row) {
 void scModelPane::show_tree_menu(LPARAM point) {
   POINT at = {GET_X_LPARAM(point), GET_Y_LPARAM(point)};
   if (at.x == -1 && at.y == -1) {
-    at = {20, 20};
+    at = {20, 20};  // from the keyboard
     ClientToScreen(item(IDC_CAD_TREE), &at);
   }
   const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_TREE_CONTEXT_MENU));
@@ -184,6 +189,7 @@ void scModelPane::show_tree_menu(LPARAM point) {
 }
 
 bool scModelPane::on_command(int id, int /*code*/, HWND control) {
+  // Notifications of the controls are no commands.
   if (control || !m_document)
     return false;
   on_tree_command(id);

@@ -127,7 +127,7 @@ bool scOptionTree::on_key(WPARAM key) {
     --m_current;
   else if (key == VK_DOWN && m_current + 1 < rows.size())
     ++m_current;
-  else if (key == VK_SPACE || key == VK_F2)
+  else if (key == VK_SPACE || key == VK_F2)  // as a click on the row
     act_on(*rows[m_current]);
   else
     return key == VK_UP || key == VK_DOWN;

@@ -20,7 +20,7 @@ protected:
       show_selected();
     else if (id == IDC_RIBBON_ADD)
       send(IDC_RIBBON_CHOSEN, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(selected().GetString()));
-    else if (id == IDC_RIBBON_REMOVE)
+    else if (id == IDC_RIBBON_REMOVE)  // with nothing selected the list refuses by itself
       send(IDC_RIBBON_CHOSEN, LB_DELETESTRING, static_cast<WPARAM>(send(IDC_RIBBON_CHOSEN, LB_GETCURSEL)));
     else
       return false;
@@ -28,6 +28,7 @@ protected:
   }
 
 private:
+  // Asked of the widget's object: inside the program there is no need for its messages.
   const CString& selected() const { return scRibbonWidget::of(item(IDC_RIBBON_COMMANDS)).selected(); }
   void show_selected() { set_text(IDC_COMMENT, "Selected: " + selected()); }
 };

@@ -20,6 +20,7 @@ UINT widget_request() {
   return message;
 }
 
+// One with quotes, which a script must escape.
 std::vector<CString> ribbon_entries() {
   return {"New model", "Open model",     "Save model", "Insert \"Gearbox\"", "Insert flange", "Zoom to fit",
           "Top view",  "Isometric view", "Options",    "Find object"};
@@ -42,7 +43,7 @@ bool scRibbonGrid::create_in(HWND widget, std::vector<CString> entries) {
 LRESULT scRibbonGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
   switch (message) {
   case WM_GETDLGCODE:
-    return DLGC_WANTARROWS;
+    return DLGC_WANTARROWS;  // a dialog would move the focus with them
   case WM_LBUTTONDOWN:
     SetFocus(handle());
     select(static_cast<size_t>(std::max<LONG>(message_point(lparam).y, 0) / row_height));
@@ -56,7 +57,7 @@ LRESULT scRibbonGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     InvalidateRect(handle(), nullptr, FALSE);
     return 0;
   case WM_ERASEBKGND:
-    return TRUE;
+    return TRUE;  // paint covers every pixel
   case WM_PAINT:
     paint();
     return 0;
@@ -66,10 +67,12 @@ LRESULT scRibbonGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
 }
 
 void scRibbonGrid::select(size_t entry) {
+  // The entry that is selected already is no new selection.
   if (entry >= m_entries.size() || entry == m_current)
     return;
   m_current = entry;
   InvalidateRect(handle(), nullptr, FALSE);
+  // After the entry is in place: whoever is told asks for its text at once.
   SendMessageA(GetParent(handle()), BCGM_GRID_SEL_CHANGED, static_cast<WPARAM>(entry),
                reinterpret_cast<LPARAM>(handle()));
 }
@@ -121,6 +124,7 @@ LRESULT scRibbonWidget::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
                  reinterpret_cast<LPARAM>(handle()));
     return 0;
   }
+  // The grid fills the widget, whatever size the dialog gives it.
   if (message == WM_CREATE)
     return m_grid.create_in(handle(), ribbon_entries()) ? 0 : -1;
   if (message == WM_SIZE)

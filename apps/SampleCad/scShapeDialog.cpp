@@ -23,6 +23,7 @@ protected:
       send(IDC_SHAPE_KIND, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(shape_kind_name(kind)));
     for (const int spin : {IDC_RADIUS_SPIN, IDC_HEIGHT_SPIN})
       send(spin, UDM_SETRANGE32, 1, max_size);
+    // Longer texts would not fit into a line of the model file.
     for (const int edit : {IDC_SHAPE_NAME, IDC_RADIUS, IDC_HEIGHT})
       send(edit, EM_SETLIMITTEXT, 255);
     set_defaults();
@@ -47,6 +48,7 @@ private:
     set_check(IDC_SHAPE_VISIBLE, true);
   }
 
+  // What is no number in the range becomes its nearest end.
   int number(int id) const {
     return std::clamp(static_cast<int>(GetDlgItemInt(handle(), id, nullptr, FALSE)), 1, max_size);
   }
@@ -65,6 +67,7 @@ private:
                    : checked(IDC_COLOR_BLUE) ? RGB(130, 170, 255)
                                              : RGB(150, 235, 160);
     shape.visible = checked(IDC_SHAPE_VISIBLE);
+    // Selected, so that one sees which one it is.
     document->view().select({document->model().add(shape)});
   }
 };

@@ -21,6 +21,7 @@ Ring circle(const scShape& shape, double radius, double z, int corners = 32) {
   return ring;
 }
 
+// A little shorter than wide, as plates are.
 Ring rectangle(const scShape& shape, double z) {
   const double r = shape.radius;
   const double x = shape.at.x;
@@ -48,6 +49,7 @@ void add_prism(std::vector<scSegment>& out, const Ring& base, const Ring& top, s
   join(out, base, top, step);
 }
 
+// Standing on the ground: the south pole is the base.
 void add_sphere(std::vector<scSegment>& out, const scShape& shape) {
   constexpr int parallels = 8;
   Ring last = circle(shape, 0, 0);
@@ -62,7 +64,7 @@ void add_sphere(std::vector<scSegment>& out, const scShape& shape) {
 }
 
 void add_torus(std::vector<scSegment>& out, const scShape& shape) {
-  constexpr int tubes = 10;
+  constexpr int tubes = 10;  // rings around the tube
   const double tube = std::min(shape.height, shape.radius) / 2;
   std::vector<Ring> rings;
   for (int i = 0; i < tubes; ++i) {
@@ -76,6 +78,7 @@ void add_torus(std::vector<scSegment>& out, const scShape& shape) {
 
 // A spur gear: four corners per tooth, with a bore.
 Ring gear_outline(const scShape& shape, double z) {
+  // The same pitch for every wheel, so that two of them would mesh.
   const int teeth = std::clamp(static_cast<int>(shape.radius / 3.2), 8, 40);
   const double root = shape.radius * 0.86;
   Ring ring;
@@ -115,6 +118,7 @@ std::vector<scSegment> shape_segments(const scShape& shape) {
     add_prism(out, circle(shape, shape.radius, 0), circle(shape, shape.radius, shape.height), 4);
     break;
   case shapeCone:
+    // Not quite to a point: the lines would all meet in one pixel.
     add_prism(out, circle(shape, shape.radius, 0), circle(shape, shape.radius * 0.05, shape.height), 4);
     break;
   case shapeSphere:
@@ -124,7 +128,7 @@ std::vector<scSegment> shape_segments(const scShape& shape) {
     add_torus(out, shape);
     break;
   case shapeGear:
-  case shape_kinds:
+  case shape_kinds:  // the count is no kind; read_shape lets none in
     add_gear(out, shape);
     break;
   }

@@ -14,6 +14,7 @@ public:
 
 protected:
   void on_init() override {
+    // In the middle of a round range: tests know every position beforehand.
     for (const int id : {IDC_SLIDER_HORIZONTAL, IDC_SLIDER_VERTICAL, IDC_SLIDER_DISABLED}) {
       send(id, TBM_SETRANGE, TRUE, MAKELPARAM(0, 100));
       send(id, TBM_SETTICFREQ, 10);
@@ -23,6 +24,7 @@ protected:
   }
 
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override {
+    // Both directions alike; lParam is the slider.
     if (message != WM_HSCROLL && message != WM_VSCROLL)
       return scGalleryDialog::on_message(message, wparam, lparam, result);
     show_values();
@@ -37,6 +39,7 @@ protected:
   }
 
 private:
+  // Of the two that the user can move.
   void show_values() {
     CString text;
     text.Format("Zoom %d, height %d", static_cast<int>(send(IDC_SLIDER_HORIZONTAL, TBM_GETPOS)),

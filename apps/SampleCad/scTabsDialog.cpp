@@ -39,6 +39,7 @@ protected:
   }
 
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override {
+    // Both give the tab window in lParam.
     if (message == bcg_tab_changed() || message == gx_tab_changed) {
       report("Selected", GetDlgCtrlID(reinterpret_cast<HWND>(lparam)));
       return true;
@@ -52,6 +53,7 @@ protected:
   }
 
   void change_by_program() override {
+    // None of the three tells of it.
     for (const int id : {IDC_TABS, IDC_TABS_BCG, IDC_TABS_GX})
       send(id, TCM_SETCURSEL, 1);
     show_page();

@@ -56,6 +56,7 @@ protected:
   }
 
   void change_by_program() override {
+    // A tree tells of every selection, whoever makes it.
     const HWND tree = item(IDC_TREE_DISABLED);
     SendMessageA(tree, TVM_SELECTITEM, TVGN_CARET,
                  reinterpret_cast<LPARAM>(TreeView_GetChild(tree, TreeView_GetRoot(tree))));
@@ -71,6 +72,7 @@ private:
     return reinterpret_cast<HTREEITEM>(send(id, TVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&added)));
   }
 
+  // Three roots, one of them empty, and paths of up to four levels.
   void fill(int id) {
     const HTREEITEM gearbox = add(id, TVI_ROOT, "Gearbox");
     const HTREEITEM housing = add(id, gearbox, "Housing");
@@ -89,6 +91,7 @@ private:
     SendMessageA(item(id), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(gearbox));
   }
 
+  // An item, its later siblings, and everything below them.
   static void expand(HWND tree, HTREEITEM first) {
     for (HTREEITEM i = first; i; i = TreeView_GetNextSibling(tree, i)) {
       TreeView_Expand(tree, i, TVE_EXPAND);

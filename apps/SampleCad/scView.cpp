@@ -16,6 +16,7 @@ constexpr double pick_distance = 6;  // pixels from a line
 // A press and a release this near each other are a click, not a drag.
 constexpr int click_slack = 2;  // pixels
 
+// The view's colours by background; objects bring their own.
 struct Colours {
   COLORREF top, bottom, floor, text, selection;
 };
@@ -31,6 +32,7 @@ UINT view_position_message() {
   return message;
 }
 
+// Pixels from a point to the nearest point of a line that ends.
 double distance_to_line(const scPoint2& a, const scPoint2& b, double x, double y) {
   const double dx = b.x - a.x;
   const double dy = b.y - a.y;
@@ -77,6 +79,7 @@ bool scView::selected(int id) const {
 }
 
 void scView::fit() {
+  // Around the target, not around the model's middle: the camera stays where orbits are expected.
   double radius = 40;
   for (const scShape& shape : m_model.shapes())
     radius = std::max(radius, std::hypot(std::hypot(shape.at.x, shape.at.y) + shape.radius,
@@ -137,7 +140,7 @@ LRESULT scView::on_view_position(WPARAM wparam) const {
 }
 
 void scView::on_button_down(Drag drag, POINT at) {
-  SetFocus(handle());
+  SetFocus(handle());  // keys are for the view that was clicked last
   m_drag = drag;
   m_drag_start = m_drag_last = at;
   m_drag_moved = false;
@@ -151,6 +154,7 @@ void scView::on_mouse_move(POINT at) {
     m_drag_moved = true;
   const int dx = at.x - m_drag_last.x;
   const int dy = at.y - m_drag_last.y;
+  // Until the slack is left behind, the camera stays: a click must not turn the model.
   if (!m_drag_moved || (dx == 0 && dy == 0))
     return;
   m_drag_last = at;
@@ -183,6 +187,7 @@ void scView::on_button_up(bool is_left, POINT at) {
 void scView::end_drag() {
   if (m_drag == Drag::none)
     return;
+  // First, because releasing the capture comes back here.
   m_drag = Drag::none;
   if (GetCapture() == handle())
     ReleaseCapture();
@@ -202,6 +207,7 @@ void scView::on_double_click(POINT at) {
 }
 
 void scView::on_wheel(int delta) {
+  // One notch is a tenth; wheels with finer steps give parts of it.
   m_camera.zoom(std::pow(1.1, -static_cast<double>(delta) / WHEEL_DELTA));
   redraw();
 }
@@ -215,6 +221,7 @@ void scView::on_context_menu(LPARAM lparam) {
     ClientToScreen(handle(), &at);
   }
   const HMENU menu = LoadMenuA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(IDR_VIEW_CONTEXT_MENU));
+  // The frame owns it: its commands and their marks are those of the menu bar.
   TrackPopupMenu(GetSubMenu(menu, 0), TPM_RIGHTBUTTON, at.x, at.y, 0, GetAncestor(handle(), GA_ROOT),
                  nullptr);
   DestroyMenu(menu);
@@ -222,6 +229,7 @@ void scView::on_context_menu(LPARAM lparam) {
 
 // ---- picking ------------------------------------------------------------------------------------
 
+// By the lines that are seen: the inside of a wire-frame is empty.
 int scView::shape_at(POINT at) const {
   const RECT client = client_rect(handle());
   double best = pick_distance;
@@ -243,6 +251,7 @@ int scView::shape_at(POINT at) const {
   return found;
 }
 
+// Objects whose middle lies in the frame.
 void scView::select_framed() {
   const RECT client = client_rect(handle());
   const RECT frame = spanned(m_drag_start, m_drag_last);
@@ -292,6 +301,7 @@ void scView::draw_floor() {
   constexpr int step = 20;
   const COLORREF colour = colour_sets[m_settings.background].floor;
   for (int i = -half; i <= half; i += step) {
+    // Every fifth line, 100 mm, is stronger.
     const double opacity = i % 100 == 0 ? 0.42 : 0.17;
     const double at = i;
     draw_line({at, -half, 0}, {at, half, 0}, colour, opacity);
@@ -326,7 +336,7 @@ void scView::draw_shape(const scShape& shape) {
 void scView::draw_axes() {
   scCamera turned = m_camera;
   turned.target = {0, 0, 0};
-  turned.perspective = false;
+  turned.perspective = false;  // in perspective their lengths would say nothing
   turned.distance = 100;
   const int size = 90;
   struct Axis {
@@ -343,6 +353,7 @@ void scView::draw_axes() {
   for (const Axis& axis : axes) {
     scPoint2 end;
     turned.project(axis.end, size, size, end);
+    // Twice, so that the axes are bolder than the model.
     for (const double shift : {0.0, 0.7})
       m_canvas.line(origin.x + 8 + shift, origin.y + top, end.x + 8 + shift, end.y + top, axis.colour, 0.95);
     SetTextColor(m_canvas.dc(), axis.colour);
