@@ -7,7 +7,10 @@
 #include "tests/support/spies.h"
 #include "tests/support/test_window.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
+
+#include <initializer_list>
 
 class IdentityMemory : public testing::Test {
 protected:
@@ -25,7 +28,9 @@ protected:
   }
   ~IdentityMemory() override { set_shortcuts(true); }
 
-  bool identified(UINT message) { return is_identified(window, request, {window, message, 0, 0, 0}); }
+  bool identified(UINT message, const NMHDR* told = nullptr) {
+    return is_identified(window, request, {window, message, 0, reinterpret_cast<LPARAM>(told), 0});
+  }
   void tell_of(UINT message) {
     CWPSTRUCT call = {0, 0, message, window};
     dispatch_hook_message(hookCallWndProc, 0, 1, reinterpret_cast<LPARAM>(&call));
@@ -99,4 +104,33 @@ TEST_F(IdentityMemory, IsNotUsedWithoutShortcuts) {
   identified(WM_MOUSEMOVE);
   was_identified(window, request);
   EXPECT_EQ(2, questions);
+}
+
+// Who claims the others changes nothing that is recorded.
+TEST_F(IdentityMemory, OnlyMessagesThatMayBeRecordedAskAnew) {
+  identified(WM_MOUSEMOVE);
+  const auto asks_anew = [this](UINT message, const NMHDR* told = nullptr) {
+    const int before = questions;
+    identified(message, told);
+    return questions > before;
+  };
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_LBUTTONDOWN, WM_MBUTTONDBLCLK, WM_COMMAND, WM_SYSCOMMAND, WM_SETTEXT,
+                                   WM_HSCROLL, WM_VSCROLL, WM_CONTEXTMENU, WM_CREATE, WM_DESTROY, WM_KEYDOWN,
+                                   WM_USER + 901, WM_USER + 925, host_messages().bcg_change_active_tab})
+    EXPECT_TRUE(asks_anew(message)) << message;
+  for (const UINT message :
+       std::initializer_list<UINT>{WM_MOUSEMOVE, WM_MOUSEWHEEL, WM_TIMER, WM_PAINT, WM_NCHITTEST, WM_GETTEXT,
+                                   WM_NCCALCSIZE, WM_CHAR, LVM_INSERTITEMA, WM_USER + 900})
+    EXPECT_FALSE(asks_anew(message)) << message;
+
+  for (const UINT code : {TVN_SELCHANGEDA, LVN_ITEMCHANGED, TCN_SELCHANGE, static_cast<UINT>(-1105)}) {
+    const NMHDR told = {window, 1, code};
+    EXPECT_TRUE(asks_anew(WM_NOTIFY, &told)) << code;
+  }
+  for (const UINT code : {NM_CUSTOMDRAW, NM_CLICK, LVN_GETDISPINFOA}) {
+    const NMHDR told = {window, 1, code};
+    EXPECT_FALSE(asks_anew(WM_NOTIFY, &told)) << code;
+  }
+  EXPECT_FALSE(asks_anew(WM_NOTIFY));
 }
