@@ -21,6 +21,7 @@ constexpr int max_items = 100;  // of one control: what a screen can show
 CString g_path;     // empty: no file is kept
 CString g_content;  // the lines last written
 unsigned g_revision = 0;
+bool g_retry_pending = false;  // a timer runs that writes the file again
 
 // ---- lines --------------------------------------------------------------------------------------
 
@@ -296,6 +297,7 @@ bool write_file(const CString& content) {
 
 void CALLBACK try_again(HWND /*window*/, UINT /*message*/, UINT_PTR timer, DWORD /*tick*/) {
   KillTimer(nullptr, timer);
+  g_retry_pending = false;
   update_ready_file();
 }
 
@@ -319,8 +321,10 @@ void update_ready_file() {
   if (content == g_content)
     return;
   if (!write_file(content)) {
-    // A reader is at it. The program may stay idle from here on, so a timer tries again.
-    SetTimer(nullptr, 0, retry_ms, try_again);
+    // A reader is at it. The program may stay idle from here on, so a timer tries again: one timer, because
+    // its message ends in an idle moment, too, which comes here once more.
+    if (!g_retry_pending)
+      g_retry_pending = SetTimer(nullptr, 0, retry_ms, try_again) != 0;
     return;
   }
   g_content = content;
