@@ -98,6 +98,7 @@ TEST_F(CADTreeEndToEnd, ChangeBetweenTwoSelectionsKeepsThemApart) {
 
 TEST_F(CADTreeEndToEnd, LabelTypedAndFinishedIsOneStatement) {
   tree.select(user, object);
+  host.finish_input();
   tree.edit_label();
   user.type("Cover");
   user.key(VK_RETURN);

@@ -47,6 +47,7 @@ TEST_F(TreeViewEndToEnd, ItemIsNamedByItsPlaces) {
 
 TEST_F(TreeViewEndToEnd, LabelTypedAndFinishedIsOneStatement) {
   select({1, 2});
+  host.finish_input();
   tree.edit_label();
   user.type("Drive \"new\"");
   user.key(VK_RETURN);
@@ -58,6 +59,7 @@ TEST_F(TreeViewEndToEnd, LabelTypedAndFinishedIsOneStatement) {
 TEST_F(TreeViewEndToEnd, SecondLabelTakesTheFirstOnesPlace) {
   select({1, 1});
   for (const char* label : {"First", "Second"}) {
+    host.finish_input();
     tree.edit_label();
     user.type(label);
     user.key(VK_RETURN);
@@ -69,6 +71,7 @@ TEST_F(TreeViewEndToEnd, SecondLabelTakesTheFirstOnesPlace) {
 
 TEST_F(TreeViewEndToEnd, LabelGivenUpIsNotRecorded) {
   select({1, 1});
+  host.finish_input();
   tree.edit_label();
   user.type("No");
   user.key(VK_ESCAPE);

@@ -77,6 +77,13 @@ HWND mrProgram::wait_for_window(const std::string& title, const std::string& cla
   return window;
 }
 
+// A window is painted when its thread has no input left, so that is what is waited for.
+void mrProgram::finish_input() const {
+  const RECT corner = {0, 0, 1, 1};
+  InvalidateRect(m_frame, &corner, FALSE);
+  EXPECT_TRUE(wait_until([this] { return !GetUpdateRect(m_frame, nullptr, FALSE); })) << "input is left";
+}
+
 HWND find_child(HWND parent, const std::string& class_name, const std::string& text) {
   for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
     if (class_of(child) == class_name && (text.empty() || text_of(child) == text))

@@ -38,6 +38,9 @@ public:
   HWND wait_for_window(const std::string& title, const std::string& class_name = "") const;
   HWND wait_for_dialog(const std::string& title) const { return wait_for_window(title, "#32770"); }
   bool is_running() const;
+  // Waits until all input that was sent so far has been handled, before a test sends or posts a message that
+  // would overtake it.
+  void finish_input() const;
 
 private:
   HWND find_window(const std::string& title, const std::string& class_name) const;
