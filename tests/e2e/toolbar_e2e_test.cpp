@@ -73,28 +73,24 @@ TEST_F(ToolbarEndToEnd, MenuBarByMouse) {
 TEST_F(ToolbarEndToEnd, MenuBarByMouseThreeLevelsDeep) {
   choose({"File", "Insert", "Bolt_circle", "IDM_INSERT_BOLTS_6"});
   EXPECT_EQ((Lines{"  TBB_6_bolts().Checked = true;"}), finish());
-  const std::string script = recording.script();
-  const size_t begin = script.find("function TBB_6_bolts()");
-  std::string function = script.substr(begin, script.find("}", begin) - begin);
-  // A submenu of this menu has no id of its own: its handle stands for it, which is another one in every run.
-  for (const char* submenu : {"&File", "&Insert", "&Bolt circle"}) {
-    const std::string call = "GetItemByID(\"" + std::string(submenu) + "\", ";
-    const size_t number = function.find(call) + call.size();
-    function.replace(number, function.find(")", number) - number, "N");
-  }
-  EXPECT_EQ("function TBB_6_bolts()\r\n"
-            "{\r\n"
-            "  return Main_SampleCad().\r\n"
-            "    MainMenu().\r\n"
-            "      GetItemByID(\"&File\", N).\r\n"
-            "        Expand().\r\n"
-            "          GetItemByID(\"&Insert\", N).\r\n"
-            "            Expand().\r\n"
-            "              GetItemByID(\"&Bolt circle\", N).\r\n"
-            "                Expand().\r\n"
-            "                  GetItemByID(\"&6 bolts\", " +
-                id(IDM_INSERT_BOLTS_6) + ");\r\n",
-            function);
+  EXPECT_TRUE(declares("function TBB_6_bolts()\r\n"
+                       "{\r\n"
+                       "  return Main_SampleCad().\r\n"
+                       "    MainMenu().\r\n"
+                       "      GetItemByID(\"&File\", " +
+                       id(IDM_POPUP_FILE) +
+                       ").\r\n"
+                       "        Expand().\r\n"
+                       "          GetItemByID(\"&Insert\", " +
+                       id(IDM_POPUP_INSERT) +
+                       ").\r\n"
+                       "            Expand().\r\n"
+                       "              GetItemByID(\"&Bolt circle\", " +
+                       id(IDM_POPUP_BOLT_CIRCLE) +
+                       ").\r\n"
+                       "                Expand().\r\n"
+                       "                  GetItemByID(\"&6 bolts\", " +
+                       id(IDM_INSERT_BOLTS_6) + ");\r\n"));
 }
 
 TEST_F(ToolbarEndToEnd, MenuBarByAltAndArrowKeys) {
@@ -373,6 +369,13 @@ TEST_F(ViewContextMenu, SubmenuByRightButton) {
   user.click(places.middle("menu", "IDM_VIEW_TOP"));
   EXPECT_EQ((Lines{"  CADView().ContextMenu(40, 50, " + view_size() + ");", "  TBB_Top().Checked = true;"}),
             finish_without_camera());
+  EXPECT_TRUE(declares("    CurrentContextMenu().\r\n"
+                       "      GetItemByID(\"&Orientation\", " +
+                       id(IDM_POPUP_ORIENTATION) +
+                       ").\r\n"
+                       "        Expand().\r\n"
+                       "          GetItemByID(\"&Top\", " +
+                       id(IDM_VIEW_TOP) + ");\r\n"));
 }
 
 TEST_F(ViewContextMenu, SecondOneIsRecordedLikeTheFirst) {
@@ -442,6 +445,12 @@ protected:
     lines.pop_back();
     return lines;
   }
+  // A window function of the script, up to its closing brace.
+  std::string function_of(const std::string& name) {
+    const std::string script = recording.script();
+    const size_t begin = script.find("function " + name + "()");
+    return begin == std::string::npos ? "" : script.substr(begin, script.find("}", begin) - begin);
+  }
   const std::string m_place;
   mrReadyFile places;
   mrSampleCad host;
@@ -479,11 +488,27 @@ TEST_F(ListContextMenu, OnASelectedItemOfAListBox) {
             finish());
 }
 
+// The submenu has no id of its own: its handle stands for it, which is another number in every run.
 TEST_F(ListContextMenu, OnAListViewWithASubmenu) {
   choose("IDC_LIST_VIEW[1]", {"Sort_by", "IDM_ITEM_SORT_SIZE"});
   EXPECT_EQ((Lines{"  ListView_2085().SelectItemByName(\"Bearing A\");",
                    "  ListView_2085().ContextMenu(true);", "  TBB_Size().Checked = true;"}),
             finish());
+  std::string function = function_of("TBB_Size");
+  const std::string call = "GetItemByID(\"&Sort by\", ";
+  const size_t number = function.find(call) + call.size();
+  const size_t digits = function.find_first_not_of("0123456789", number) - number;
+  ASSERT_GT(digits, 0u) << function;
+  function.replace(number, digits, "N");
+  EXPECT_EQ("function TBB_Size()\r\n"
+            "{\r\n"
+            "  return Main_SampleCad().\r\n"
+            "    CurrentContextMenu().\r\n"
+            "      GetItemByID(\"&Sort by\", N).\r\n"
+            "        Expand().\r\n"
+            "          GetItemByID(\"&Size\", " +
+                id(IDM_ITEM_SORT_SIZE) + ");\r\n",
+            function);
 }
 
 TEST_F(ListContextMenu, ByTheKeyboardHasNoRequest) {

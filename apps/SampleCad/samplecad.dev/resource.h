@@ -177,3 +177,23 @@
 
 // Help menu
 #define IDM_HELP_ABOUT 40601
+
+// Submenus of the menu bar and of the view's context menu: no commands, but what their items are found by
+#define IDM_POPUP_FILE 40701
+#define IDM_POPUP_SYSTEM_DIALOGS 40702
+#define IDM_POPUP_INSERT 40703
+#define IDM_POPUP_BOLT_CIRCLE 40704
+#define IDM_POPUP_EDIT 40705
+#define IDM_POPUP_VIEW 40706
+#define IDM_POPUP_TOOLBARS 40707
+#define IDM_POPUP_BACKGROUND 40708
+#define IDM_POPUP_PROJECTION 40709
+#define IDM_POPUP_ORIENTATION 40710
+#define IDM_POPUP_TURN 40711
+#define IDM_POPUP_ZOOM 40712
+#define IDM_POPUP_DRAW 40713
+#define IDM_POPUP_MOUSE 40714
+#define IDM_POPUP_TOOLS 40715
+#define IDM_POPUP_CONTROLS 40716
+#define IDM_POPUP_WINDOW 40717
+#define IDM_POPUP_HELP 40718
