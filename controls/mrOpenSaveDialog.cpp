@@ -83,7 +83,8 @@ bool mrOpenSaveDialogFactory::is_open_save_dialog_message(HWND window, mrOpenSav
   return handlers.file_edit && handlers.shell_view;
 }
 
-// A dialog's controls do not change while messages flood past it and no window comes or goes.
+// A dialog's controls do not change while messages flood past it, no window comes or goes and the recording
+// is the same.
 bool mrOpenSaveDialogFactory::belongs_to_file_dialog(const mrHookedMessage& msg,
                                                      mrOpenSaveHandlers& handlers) {
   static struct {

@@ -27,6 +27,8 @@ mrAnswer answers[place_count];
 // the same recorder window.
 HHOOK answered_for = nullptr;
 
+unsigned generation = 1;
+
 mrAnswer& place_of(HWND window, UINT request) {
   // Handles of one process differ in their low bits, above the lowest, which is always 0.
   const size_t number = (reinterpret_cast<uintptr_t>(window) >> 1) * 5 + request;
@@ -41,6 +43,7 @@ void start_anew_for_another_recording() {
     return;
   for (mrAnswer& answer : answers)
     answer = {};
+  ++generation;  // nobody saw the windows that came and went between the recordings
   answered_for = recording;
 }
 
@@ -118,9 +121,10 @@ bool is_identified(HWND window, UINT request, const mrHookedMessage& msg) {
   return may_be_recorded(msg) ? is_identified(window, request) : was_identified(window, request);
 }
 
-static unsigned generation = 1;
-
-unsigned window_generation() { return generation; }
+unsigned window_generation() {
+  start_anew_for_another_recording();
+  return generation;
+}
 
 void forget_identity(HWND window) {
   ++generation;

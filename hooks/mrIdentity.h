@@ -50,9 +50,9 @@ constexpr bool is_flood_message(UINT message) {
 // dispatcher.
 void forget_identity(HWND window);
 
-// Counts the windows of this process that came and went: as long as it stands, what was learnt about a
-// dialog's controls holds. Host process, GUI thread.
-unsigned window_generation();
+// Counts the windows of this process that came and went, and the recordings, between which windows come and
+// go unseen: as long as it stands, what was learnt about a dialog's controls holds. Host process, GUI thread.
+MR_API unsigned window_generation();
 
 // Turns every shortcut of the hook path off (each question is asked, each class name read anew) and on again.
 // For the test that compares the two; per process, on at load.

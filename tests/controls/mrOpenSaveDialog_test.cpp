@@ -1,6 +1,8 @@
 // The file dialog recorder: which dialogs it knows, when it reports, and what becomes of the report.
 #include "controls/mrOpenSaveDialog.h"
 #include "hooks/mrDispatcher.h"
+#include "hooks/mrSharedBlock.h"
+#include "tests/support/clean_block.h"
 #include "tests/support/recording.h"
 #include "tests/support/tape.h"
 
@@ -80,6 +82,7 @@ protected:
     return path;
   }
 
+  mrCleanBlock clean;  // before the catcher, which makes its window the block's recorder window
   mrUploadCatcher uploads;
 };
 
@@ -209,6 +212,23 @@ TEST_F(OpenSaveDialogRecognition, ClaimsEveryMessageOfTheDialogsWindowsAndExamin
   send(dialog, WM_COMMAND, IDOK);
   send(dialog, WM_DESTROY);
   EXPECT_NE("closed", uploaded_path());
+}
+
+// Between two recordings of a host nobody sees windows come and go: a handle that was a file dialog's can be
+// another dialog's, and its controls gone.
+TEST_F(OpenSaveDialogRecognition, AnotherRecordingKnowsNothingOfADialogsControls) {
+  FileDialog dialog(frame);
+  EXPECT_TRUE(feed(factory(), hookGetMessage, dialog, WM_MOUSEMOVE));
+  dialog.name_edit.destroy();
+  dialog.shell_view->destroy();
+  EXPECT_TRUE(feed(factory(), hookGetMessage, dialog, WM_MOUSEMOVE)) << "known from the message before";
+  send(dialog, WM_DESTROY);
+  uploads.clear();
+
+  shared_block().get_message_hook = reinterpret_cast<HHOOK>(0x1234);
+  EXPECT_FALSE(feed(factory(), hookGetMessage, dialog, WM_MOUSEMOVE));
+  send(dialog, WM_DESTROY);
+  EXPECT_EQ(0u, uploads.count());
 }
 
 TEST_F(OpenSaveDialogRecognition, DestroyThatIsPostedOrReturnedReportsNothing) {

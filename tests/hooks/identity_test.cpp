@@ -99,6 +99,17 @@ TEST_F(IdentityMemory, EndsWithTheRecording) {
   EXPECT_EQ(2, questions);
 }
 
+// Windows that come and go between two recordings are seen by nobody.
+TEST_F(IdentityMemory, WhatWasLearntAboutDialogsEndsWithTheRecordingToo) {
+  const unsigned before = window_generation();
+  EXPECT_EQ(before, window_generation());
+  shared_block().get_message_hook = reinterpret_cast<HHOOK>(0x1234);
+  const unsigned in_the_next = window_generation();
+  EXPECT_NE(before, in_the_next);
+  shared_block().get_message_hook = nullptr;
+  EXPECT_NE(in_the_next, window_generation());
+}
+
 TEST_F(IdentityMemory, IsNotUsedWithoutShortcuts) {
   set_shortcuts(false);
   identified(WM_MOUSEMOVE);
