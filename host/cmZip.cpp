@@ -26,6 +26,9 @@ int cmZip::open_new_file_in_zip(const char* name, cmZipMethod method, int level,
 }
 
 int cmZip::zip_current_file(std::istream& in, unsigned chunk_size) {
+  // Without room for a byte the copying would never end.
+  if (chunk_size == 0)
+    return ZIP_PARAMERROR;
   std::vector<char> chunk(chunk_size);
   while (in) {
     in.read(chunk.data(), static_cast<std::streamsize>(chunk.size()));

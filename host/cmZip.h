@@ -27,7 +27,7 @@ public:
   //   level  0 to 9, more is smaller and slower
   //   date   the last modification: year, month (1 to 12), day, hour, minute, second
   int open_new_file_in_zip(const char* name, cmZipMethod method, int level, const int* date);
-  // Copies the rest of the stream into the entry, chunk_size bytes at a time.
+  // Copies the rest of the stream into the entry, chunk_size bytes at a time, which must not be 0.
   int zip_current_file(std::istream& in, unsigned chunk_size);
   int close_file_in_zip();
   // Writes the table of contents. Without it the file is no archive.

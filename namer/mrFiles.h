@@ -28,11 +28,12 @@ void lower_case(char* text, size_t length);
 
 bool file_exists(const CString& path);
 bool folder_exists(const CString& path);
-// The names (no folder) of the files with this extension (".xml"; any case), in the file system's own order.
-CArray<CString, const CString&> list_files(const CString& folder, const CString& extension);
+// Puts the names (no folder) of the files with this extension (".xml"; any case) into names, in the file
+// system's own order. False, and names unspecified, when the folder cannot be listed or is not there.
+bool list_files(const CString& folder, const CString& extension, CArray<CString, const CString&>& names);
 
-// The whole file. False, and text unspecified, when it cannot be read or holds more than a 32-bit index
-// reaches.
+// The whole file, also one that somebody has open for writing. False, and text unspecified, when it cannot be
+// read or holds more than a 32-bit index reaches.
 bool read(const CString& path, std::string& text);
 // Replaces the file. False when not everything could be written.
 bool write(const CString& path, std::string_view text);

@@ -12,12 +12,15 @@ namespace {
 constexpr DWORD max_environment = 32768;  // characters; the longest text that the system expands
 constexpr DWORD max_io = 1u << 30;        // bytes per call, below what a DWORD holds
 
+// An editor or a compiler may have a source open for writing; who writes wants no second writer.
+constexpr DWORD reader_sharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD writer_sharing = FILE_SHARE_READ | FILE_SHARE_DELETE;
+
 // Closes a file handle.
 class FileHandle {
 public:
-  FileHandle(const CString& path, DWORD access, DWORD disposition)
-      : m_handle(CreateFileA(path, access, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, disposition,
-                             FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+  FileHandle(const CString& path, DWORD access, DWORD sharing, DWORD disposition)
+      : m_handle(CreateFileA(path, access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
   FileHandle(const FileHandle&) = delete;
   FileHandle& operator=(const FileHandle&) = delete;
   ~FileHandle() {
@@ -42,6 +45,7 @@ public:
     if (m_handle != INVALID_HANDLE_VALUE)
       FindClose(m_handle);
   }
+  // The system's error is the calling thread's last one when not.
   bool found() const { return m_handle != INVALID_HANDLE_VALUE; }
   bool next(WIN32_FIND_DATAA& data) const { return FindNextFileA(m_handle, &data) != FALSE; }
 
@@ -99,22 +103,25 @@ bool folder_exists(const CString& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && is_directory(attributes);
 }
 
-CArray<CString, const CString&> list_files(const CString& folder, const CString& extension) {
-  CArray<CString, const CString&> names;
+bool list_files(const CString& folder, const CString& extension, CArray<CString, const CString&>& names) {
+  const CString pattern = combine(folder, "*" + extension);
+  if (pattern.IsEmpty())
+    return false;
+  names.RemoveAll();
   WIN32_FIND_DATAA data;
-  const FindHandle find(combine(folder, "*" + extension), data);
+  const FindHandle find(pattern, data);
   if (!find.found())
-    return names;
+    return GetLastError() == ERROR_FILE_NOT_FOUND;
   do {
     // The pattern also finds names whose short form matches it.
     if (!is_directory(data.dwFileAttributes) && lstrcmpiA(PathFindExtensionA(data.cFileName), extension) == 0)
       names.Add(data.cFileName);
   } while (find.next(data));
-  return names;
+  return GetLastError() == ERROR_NO_MORE_FILES;
 }
 
 bool read(const CString& path, std::string& text) {
-  const FileHandle file(path, GENERIC_READ, OPEN_EXISTING);
+  const FileHandle file(path, GENERIC_READ, reader_sharing, OPEN_EXISTING);
   LARGE_INTEGER size;
   if (!file.is_file() || !GetFileSizeEx(file.get(), &size) || size.QuadPart >= INT_MAX)
     return false;
@@ -128,7 +135,7 @@ bool read(const CString& path, std::string& text) {
 }
 
 bool write(const CString& path, std::string_view text) {
-  const FileHandle file(path, GENERIC_WRITE, CREATE_ALWAYS);
+  const FileHandle file(path, GENERIC_WRITE, writer_sharing, CREATE_ALWAYS);
   if (!file.is_file())
     return false;
   while (!text.empty()) {

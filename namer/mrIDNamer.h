@@ -134,7 +134,8 @@ protected:
   long save_res_map(const CString& path);
   // Replaces the constants script. 1, or 0 when it could not be written.
   int save_all_declarations(const CString& path) const;
-  // Adds every document of the folder; 0, or the zip library's nonzero result.
+  // Adds every document of the folder; 0, or a nonzero result: the zip library's, or -1 for a folder or file
+  // that cannot be read.
   static int add_dir_to_zip(cmZip& zip, const CString& folder, const CString& folder_in_zip);
   static int add_file_to_zip(cmZip& zip, const CString& path, const CString& folder_in_zip);
   // Fills six integers: year, month, day, hour, minute, second, in local time.

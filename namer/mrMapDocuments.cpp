@@ -24,21 +24,21 @@ CString folder_of(const CString& path) {
   return separator == std::string::npos ? CString() : CString(path.str().substr(0, separator));
 }
 
-// The document of a group or module; empty when the name would lead out of the folder. Names come from
-// archives and from callers, not only from the names of files.
-CString document_path(const CString& folder, const CString& name) {
-  if (name.str().find_first_of("\\/:*?\"<>|") != std::string::npos)
-    return CString();
-  return mrFiles::combine(folder, name + map_document_extension);
-}
-
-// Whether XML has a way to write the name at all. Nothing else than a broken header defines one that it has
-// not.
+// Whether XML has a way to write the name at all. Nothing else than a broken header, or a caller that
+// declares controls, comes with one that it has not.
 bool can_be_stored(const CString& name) {
   for (const char ch : name.str())
     if (static_cast<unsigned char>(ch) < ' ')
       return false;
   return true;
+}
+
+// The document of a group or module; empty when no file can have the name, or when it would lead out of the
+// folder. Names come from archives and from callers, not only from the names of files.
+CString document_path(const CString& folder, const CString& name) {
+  if (name.str().find_first_of("\\/:*?\"<>|") != std::string::npos || !can_be_stored(name))
+    return CString();
+  return mrFiles::combine(folder, name + map_document_extension);
 }
 
 // Names of elements and attributes, made once per document and not once per element.
@@ -92,12 +92,11 @@ struct StoredModule {
   std::vector<StoredDialog> dialogs;
 };
 
-StoredModule read_module(const mrXmlDocument& document) {
+HRESULT read_module(const mrXmlDocument& document, StoredModule& module) {
   // From inDialog on a state is the number of a dialog: its controls belong to it.
   enum State : int { elsewhere, inLibrary, inHeaders, inDialogs, inDialog };
-  StoredModule module;
   const Words words;
-  document.walk([&](const mrXmlElement& element, int parent) -> int {
+  return document.walk([&](mrXmlElement& element, int parent) -> int {
     if (parent >= inDialog && element.is(L"control"))
       module.dialogs[static_cast<size_t>(parent - inDialog)].controls.push_back(
           element.attribute(words.name));
@@ -113,7 +112,6 @@ StoredModule read_module(const mrXmlDocument& document) {
       return inDialogs;
     return element.is(L"library") ? inLibrary : elsewhere;
   });
-  return module;
 }
 
 // Sets a constant where it nearly always goes, since documents are in name order: at the end.
@@ -192,10 +190,24 @@ long mrIDNamer::save_module(const mrLibraryRes& module, const CString& path) {
     writer.set(writer.append(headers, words.header), words.name, key);
   const mrComPtr<IXMLDOMElement> dialogs = writer.append(root, words.dialogs);
   for (const auto& [number, dialog] : module.dialogs) {
+    CString text;
+    if (!can_be_stored(dialog->name)) {
+      text.Format("Library '%s': dialog '%s' cannot be stored.", module.name.GetString(),
+                  dialog->name.GetString());
+      error(text);
+      continue;
+    }
     const mrComPtr<IXMLDOMElement> element = writer.append(dialogs, words.dialog);
     writer.set(element, words.name, dialog->name);
-    for (const auto& [id, name] : dialog->controls)
-      writer.set(writer.append(element, words.control), words.name, name);
+    for (const auto& [id, name] : dialog->controls) {
+      if (can_be_stored(name)) {
+        writer.set(writer.append(element, words.control), words.name, name);
+        continue;
+      }
+      text.Format("Library '%s', dialog '%s': control '%s' cannot be stored.", module.name.GetString(),
+                  dialog->name.GetString(), name.GetString());
+      error(text);
+    }
   }
   return writer.save(path);
 }
@@ -213,7 +225,10 @@ long mrIDNamer::save_archive(const CString& path, const CString& headers, const 
 }
 
 int mrIDNamer::add_dir_to_zip(cmZip& zip, const CString& folder, const CString& folder_in_zip) {
-  for (const CString& name : mrFiles::list_files(folder, map_document_extension)) {
+  CArray<CString, const CString&> names;
+  if (!mrFiles::list_files(folder, map_document_extension, names))
+    return -1;
+  for (const CString& name : names) {
     const int result = add_file_to_zip(zip, mrFiles::combine(folder, name), folder_in_zip);
     if (result != 0)
       return result;
@@ -227,7 +242,7 @@ int mrIDNamer::add_file_to_zip(cmZip& zip, const CString& path, const CString& f
     return -1;
   int date[fcdate_fields];
   file_modified_date(path, date);
-  const CString name = path.Mid(folder_of(path).GetLength() + 1);
+  const CString name = path.Mid(static_cast<int>(path.str().find_last_of("\\/") + 1));
   int result = zip.open_new_file_in_zip(folder_in_zip + "/" + name, zipDeflate, zip_level, date);
   if (result != 0)
     return result;
@@ -255,7 +270,10 @@ long mrIDNamer::load_res_map(const CString& path) {
 }
 
 long mrIDNamer::load_folder(const CString& folder, LoadDocument load) {
-  for (const CString& file : mrFiles::list_files(folder, map_document_extension)) {
+  CArray<CString, const CString&> files;
+  if (!mrFiles::list_files(folder, map_document_extension, files))
+    return E_FAIL;
+  for (const CString& file : files) {
     const CString path = mrFiles::combine(folder, file);
     report_progress(path);
     mrXmlDocument document;
@@ -307,14 +325,14 @@ long mrIDNamer::load_header(const CString& key, const mrXmlDocument& document) {
   enum State : int { elsewhere, inConstants };
   mrHeader* const group = add_header(nullptr, key, CString());
   const Words words;
-  document.walk([&](const mrXmlElement& element, int parent) {
-    if (parent == inConstants && element.is(L"constant")) {
-      CString name = element.attribute(words.name);
-      if (!name.IsEmpty())
-        set_last(group->constants, std::move(name), to_int(element.attribute(words.value)));
-    }
+  const HRESULT hr = document.walk([&](mrXmlElement& element, int parent) {
+    // An empty name is a name like any other here.
+    if (parent == inConstants && element.is(L"constant"))
+      set_last(group->constants, element.attribute(words.name), to_int(element.attribute(words.value)));
     return element.is(L"constants") ? inConstants : elsewhere;
   });
+  if (FAILED(hr))
+    return hr;
   for (const auto& [name, value] : group->constants)
     enter_value(value, name, key);
   return S_OK;
@@ -322,7 +340,10 @@ long mrIDNamer::load_header(const CString& key, const mrXmlDocument& document) {
 
 // Every //library/headers/header, then every //library/dialogs/dialog with its controls.
 long mrIDNamer::load_module(const CString& name, const mrXmlDocument& document) {
-  StoredModule stored = read_module(document);
+  StoredModule stored;
+  const HRESULT hr = read_module(document, stored);
+  if (FAILED(hr))
+    return hr;
   mrLibraryRes* const module = add_lib(name);
   for (const CString& key : stored.headers) {
     const auto group = m_headers.find(key);

@@ -19,14 +19,16 @@ constexpr char constants_file[] = "ui_consts.js";
 // The "path" of every selected element, in document order; elements without one are left out.
 HRESULT read_paths(mrXmlElements& elements, std::vector<CString>& paths) {
   const mrBstr path(L"path");
-  if (!path)
-    return E_OUTOFMEMORY;
-  while (elements.next()) {
-    const CString value = elements.attribute(path);
+  HRESULT hr = S_OK;
+  while ((hr = elements.next()) == S_OK) {
+    CString value;
+    hr = elements.attribute(path, value);
+    if (FAILED(hr))
+      return hr;
     if (!value.IsEmpty())
       paths.push_back(value);
   }
-  return S_OK;
+  return FAILED(hr) ? hr : S_OK;
 }
 
 HRESULT select_paths(const mrXmlElements& parent, const wchar_t* selection, std::vector<CString>& paths) {
@@ -64,9 +66,9 @@ long mrIDNamer::process_spec_file(const CString& path) {
     hr = read_paths(system_includes, system_folders);
   if (SUCCEEDED(hr))
     hr = document.select(mrBstr(L"/rc_map/targets/target"), targets);
-  while (SUCCEEDED(hr) && targets.next())
+  while (SUCCEEDED(hr) && (hr = targets.next()) == S_OK)
     hr = process_target(targets, system_folders);
-  return hr;
+  return FAILED(hr) ? hr : S_OK;
 }
 
 long mrIDNamer::process_target(const mrXmlElements& target, const std::vector<CString>& system_folders) {

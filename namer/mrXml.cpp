@@ -76,9 +76,14 @@ CString to_ansi(BSTR text) {
   return CString(std::move(ansi));
 }
 
-CString attribute_of(IXMLDOMElement* element, const mrBstr& name) {
+HRESULT read_attribute(IXMLDOMElement* element, const mrBstr& name, CString& text) {
+  if (!name)
+    return E_OUTOFMEMORY;
   Variant value;
-  return element->getAttribute(name.get(), value.out()) == S_OK ? to_ansi(value.text()) : CString();
+  const HRESULT hr = element->getAttribute(name.get(), value.out());
+  // S_FALSE: there is none.
+  text = hr == S_OK ? to_ansi(value.text()) : CString();
+  return hr;
 }
 
 // An array of bytes as the document object reads them.
@@ -119,22 +124,34 @@ mrBstr::mrBstr(const CString& text) {
 bool mrXmlElement::set(IXMLDOMNode* node) {
   if (FAILED(node->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(m_element.out()))))
     return false;
-  return SUCCEEDED(m_element->get_nodeName(m_name.out()));
+  const HRESULT hr = m_element->get_nodeName(m_name.out());
+  if (FAILED(hr))
+    m_result = hr;
+  return SUCCEEDED(hr);
 }
 
 bool mrXmlElement::is(const wchar_t* name) const { return m_name && std::wcscmp(m_name.get(), name) == 0; }
 
-CString mrXmlElement::attribute(const mrBstr& name) const { return attribute_of(m_element.get(), name); }
-
-bool mrXmlElements::next() {
-  mrComPtr<IXMLDOMNode> node;
-  while (m_list && m_list->nextNode(node.out()) == S_OK)
-    if (SUCCEEDED(node->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(m_element.out()))))
-      return true;
-  return false;
+CString mrXmlElement::attribute(const mrBstr& name) {
+  CString value;
+  const HRESULT hr = read_attribute(m_element.get(), name, value);
+  if (FAILED(hr) && SUCCEEDED(m_result))
+    m_result = hr;
+  return value;
 }
 
-CString mrXmlElements::attribute(const mrBstr& name) const { return attribute_of(m_element.get(), name); }
+HRESULT mrXmlElements::next() {
+  mrComPtr<IXMLDOMNode> node;
+  HRESULT hr = S_FALSE;
+  while (m_list && (hr = m_list->nextNode(node.out())) == S_OK)
+    if (SUCCEEDED(node->QueryInterface(IID_IXMLDOMElement, reinterpret_cast<void**>(m_element.out()))))
+      return S_OK;
+  return hr;
+}
+
+HRESULT mrXmlElements::attribute(const mrBstr& name, CString& value) const {
+  return read_attribute(m_element.get(), name, value);
+}
 
 HRESULT mrXmlElements::select(const mrBstr& path, mrXmlElements& selected) const {
   return path ? m_element->selectNodes(path.get(), selected.m_list.out()) : E_OUTOFMEMORY;
@@ -156,6 +173,8 @@ HRESULT mrXmlDocument::create() {
   if (SUCCEEDED(
           m_document->QueryInterface(document2_interface, reinterpret_cast<void**>(properties.out())))) {
     const mrBstr prohibit(L"ProhibitDTD");
+    if (!prohibit)
+      return E_OUTOFMEMORY;
     properties->setProperty(prohibit.get(), lend_bool(true));
   }
   return m_document->put_async(VARIANT_FALSE);

@@ -82,10 +82,10 @@ private:
 // The elements that a path selects, in document order.
 class mrXmlElements {
 public:
-  // False at the end.
-  bool next();
+  // S_FALSE at the end.
+  HRESULT next();
   // Of the current element, in the ANSI code page; empty when it is not there.
-  CString attribute(const mrBstr& name) const;
+  HRESULT attribute(const mrBstr& name, CString& value) const;
   // The elements below the current one.
   HRESULT select(const mrBstr& path, mrXmlElements& selected) const;
 
@@ -101,12 +101,15 @@ public:
   // False when the node is something else, a text or a comment.
   bool set(IXMLDOMNode* node);
   bool is(const wchar_t* name) const;
-  // In the ANSI code page; empty when it is not there.
-  CString attribute(const mrBstr& name) const;
+  // In the ANSI code page; empty when it is not there, or when reading it fails: then the walk ends.
+  CString attribute(const mrBstr& name);
+  // The first failure to read this or an earlier element, else S_OK.
+  HRESULT result() const { return m_result; }
 
 private:
   mrComPtr<IXMLDOMElement> m_element;
   mrBstr m_name;
+  HRESULT m_result = S_OK;
 };
 
 class mrXmlDocument {
@@ -120,9 +123,9 @@ public:
   HRESULT select(const mrBstr& path, mrXmlElements& selected) const;
   // Calls visit(element, state) for every element, in document order. What it returns is the state for the
   // elements below; the root gets 0. One walk costs less than a selection by path, which visits every node
-  // as well and then sorts what it found.
+  // as well and then sorts what it found. Ends at the first failure, with its result.
   template <class Visit>
-  void walk(Visit visit) const;
+  HRESULT walk(Visit visit) const;
 
   // Begins a document: the processing instruction and the root element.
   HRESULT begin(const mrBstr& root_name, mrComPtr<IXMLDOMElement>& root);
@@ -135,29 +138,32 @@ private:
 };
 
 template <class Visit>
-void mrXmlDocument::walk(Visit visit) const {
+HRESULT mrXmlDocument::walk(Visit visit) const {
   struct Level {
     mrComPtr<IXMLDOMNode> next;
     int state;
   };
   std::vector<Level> levels(1);
-  if (FAILED(m_document->get_firstChild(levels.back().next.out())))
-    return;
+  HRESULT hr = m_document->get_firstChild(levels.back().next.out());
   mrXmlElement element;
-  while (!levels.empty()) {
+  while (SUCCEEDED(hr) && !levels.empty()) {
     const mrComPtr<IXMLDOMNode> node = std::move(levels.back().next);
     if (!node) {
       levels.pop_back();
       continue;
     }
-    node->get_nextSibling(levels.back().next.out());
-    if (!element.set(node.get()))
+    hr = node->get_nextSibling(levels.back().next.out());
+    if (FAILED(hr) || !element.set(node.get()))
       continue;
     const int state = visit(element, levels.back().state);
     mrComPtr<IXMLDOMNode> child;
-    if (node->get_firstChild(child.out()) == S_OK)
+    hr = element.result();
+    if (SUCCEEDED(hr))
+      hr = node->get_firstChild(child.out());
+    if (hr == S_OK)
       levels.push_back({std::move(child), state});
   }
+  return SUCCEEDED(hr) ? element.result() : hr;
 }
 
 HRESULT mr_set_attribute(IXMLDOMElement* element, const mrBstr& name, const CString& value);

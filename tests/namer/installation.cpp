@@ -57,7 +57,9 @@ void Installation::remove(const std::string& name) { DeleteFileA(path(name)); }
 
 void Installation::remove_documents() {
   for (const char* folder : {"headers", "res"}) {
-    for (const CString& file : mrFiles::list_files(path(folder), ".xml"))
+    CArray<CString, const CString&> files;
+    mrFiles::list_files(path(folder), ".xml", files);
+    for (const CString& file : files)
       DeleteFileA(path(folder) + "\\" + file);
     RemoveDirectoryA(path(folder));
   }
