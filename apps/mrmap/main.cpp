@@ -26,9 +26,12 @@ constexpr char help[] =
     "        (ui_map.rcz) and the constants script (ui_consts.js) in the resource folder. The old ones\n"
     "        stay in use until the new ones are complete. Refuses when names would be lost.\n"
     "          --force   saves all the same\n"
-    "          --clean   leaves out documents of groups and modules that are gone\n"
+    "          --clean   removes the documents of groups and modules that are gone, before it saves;\n"
+    "                    the comparison of names still knows them\n"
+    "        Warns of names that are no JScript identifiers: scripts could not use them.\n"
     "lookup  prints what a script writes for a number: the name of the control in the dialog, all names\n"
-    "        of the number, or the number. Numbers are decimal, or hexadecimal with 0x.\n"
+    "        of the number, or the number. Numbers are decimal, or hexadecimal with 0x. --prefix, IDC_\n"
+    "        unless given, selects the names of groups whose key begins with it, if there is any.\n"
     "list    prints what the map holds, a line each.\n"
     "path    prints the resource folder: ..\\..\\file\\ui_recording, seen from the folder of this program\n"
     "        or from the folder that the environment variable ZQ_APPLICATION_FOLDER names.\n"
@@ -75,10 +78,10 @@ bool take_flag(mrArguments& arguments, const char* name) {
   return true;
 }
 
-CString take_option(mrArguments& arguments, const char* name) {
+CString take_option(mrArguments& arguments, const char* name, const CString& missing) {
   const auto found = std::find(arguments.begin(), arguments.end(), name);
   if (found == arguments.end())
-    return CString();
+    return missing;
   if (found + 1 == arguments.end())
     throw mrUsageError(std::string(name) + " needs a value");
   const CString value = found[1];

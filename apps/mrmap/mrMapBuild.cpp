@@ -1,9 +1,10 @@
 // mrmap build: the resource map from the host's sources.
 #include "apps/mrmap/mrMapCommands.h"
 
+#include "apps/mrmap/mrMapChecks.h"
 #include "apps/mrmap/mrMapNamer.h"
-#include "apps/mrmap/mrPaths.h"
 #include "apps/mrmap/mrMapStage.h"
+#include "apps/mrmap/mrPaths.h"
 
 #include <windows.h>
 
@@ -51,6 +52,12 @@ private:
   DWORD m_shown = 0;  // tick count of the last time; 0 before the first
 };
 
+// Whether the naming engine takes the file for a document of the map.
+bool is_document(const CString& file) {
+  const size_t dot = file.str().rfind('.');
+  return dot != std::string::npos && lstrcmpiA(file.str().c_str() + dot, ".xml") == 0;
+}
+
 // The documents of one of the map's folders that this model does not write: they stay from earlier builds.
 template <class Map>
 std::vector<CString> stale_documents(const CString& folder, const Map& written) {
@@ -58,7 +65,9 @@ std::vector<CString> stale_documents(const CString& folder, const Map& written) 
   for (const auto& [name, item] : written)
     names.insert(name);
   std::vector<CString> stale;
-  for (const CString& file : names_in(folder, "*.xml")) {
+  for (const CString& file : names_in(folder)) {
+    if (!is_document(file))
+      continue;
     // File names have no case.
     std::string name = file.str().substr(0, file.str().rfind('.'));
     CharLowerBuffA(&name[0], static_cast<DWORD>(name.size()));
@@ -97,6 +106,8 @@ CString resource_folder() {
 void read_sources(mrMapNamer& namer, const CString& specification) {
   if (!is_file(specification))
     throw std::runtime_error(("there is no resource-map specification " + specification).GetString());
+  // The engine has one answer for what it cannot open and for what it cannot make out.
+  contents_of(specification);
   const long result = namer.process_spec_file(specification);
   if (result < 0) {
     CString text;
@@ -112,32 +123,27 @@ void read_sources(mrMapNamer& namer, const CString& specification) {
                                  .GetString());
 }
 
-// What update_def_map does, and goes on when forced. Documents to be left out go after the comparison, which
-// still needs them: names of the old map are found through all of its groups.
-bool save(mrMapNamer& namer, bool force, const std::vector<CString>& left_out) {
-  if (left_out.empty()) {
-    if (namer.update_def_map() == mr_result_ok)
-      return true;
-  } else if (namer.check_res_map(mrIDNamer::get_res_file()) == mr_result_ok) {
-    force = true;
-  }
-  if (!force)
+// What update_def_map does, step by step: it would not tell that saving has failed, and has no place to stop
+// at for what is forced or left out. Documents are left out behind the comparison, which still needs them:
+// names of the old map are found through all of its groups.
+bool save(mrMapNamer& namer, bool force, const std::vector<CString>& left_out, const CString& target) {
+  if (namer.check_res_map(mrIDNamer::get_res_file()) != mr_result_ok && !force)
     return false;
   for (const CString& document : left_out)
     remove_file(document);
-  namer.save_def_map();
+  const long result = namer.save_def_map();
+  if (result < 0) {
+    CString text;
+    text.Format("the map %s could not be written (0x%08lX)", join(target, "ui_map.rcz").GetString(),
+                static_cast<unsigned long>(result));
+    throw std::runtime_error(text.GetString());
+  }
   return true;
 }
 
-// The engine does not tell whether it could write: what counts is what can be read back.
-void verify(mrMapStage& stage, const mrMapNamer& namer, const CString& target) {
-  mrQuietNamer stored;
-  const bool archived = is_file(stage.map_file());
-  if (!archived || stored.load_res_map(stage.take_archive_aside()) < 0 || !stored.same_model(namer))
-    throw std::runtime_error(("the map " + join(target, "ui_map.rcz") + " could not be written").GetString());
-  if (!is_file(stage.constants_file()))
-    throw std::runtime_error(
-        ("the constants script " + join(target, "ui_consts.js") + " could not be written").GetString());
+void warn_of_names(const mrMapNamer& namer) {
+  for (const CString& warning : script_warnings(namer))
+    std::fprintf(stderr, "mrmap: %s\n", warning.GetString());
 }
 
 }  // namespace
@@ -156,10 +162,11 @@ int run_build(const mrArguments& given) {
     Progress progress(namer);
     read_sources(namer, arguments[0]);
     mrMapStage stage(target);
+    expect_room(stage, namer);
     stale = stale_documents(stage, namer);
-    saved = save(namer, force, clean ? stale : std::vector<CString>());
+    saved = save(namer, force, clean ? stale : std::vector<CString>(), target);
     if (saved) {
-      verify(stage, namer, target);
+      expect_whole(stage, namer, target);
       stage.put_in_place();
     }
     if (!clean && saved && !stale.empty())
@@ -169,9 +176,11 @@ int run_build(const mrArguments& given) {
           list_of(stale, stage.folder()).GetString());
   }
   std::printf("%s\n", namer.totals().GetString());
-  if (saved)
-    return exitDone;
   std::fflush(stdout);
+  if (saved) {
+    warn_of_names(namer);
+    return exitDone;
+  }
   std::fprintf(stderr, "mrmap: names would be lost, nothing was saved (--force saves all the same)\n");
   return exitNamesLost;
 }

@@ -26,9 +26,9 @@ int run_lookup(const mrArguments& arguments);
 int run_list(const mrArguments& arguments);
 int run_path(const mrArguments& arguments);
 
-// The value of "--name VALUE"; empty when it was not given. A name without a value, or given twice, is an
-// error. Takes both off the arguments.
-CString take_option(mrArguments& arguments, const char* name);
+// The value of "--name VALUE", also when it is empty; missing when it was not given. A name without a value,
+// or given twice, is an error. Takes both off the arguments.
+CString take_option(mrArguments& arguments, const char* name, const CString& missing = CString());
 // Whether "--name" was given. Takes it off.
 bool take_flag(mrArguments& arguments, const char* name);
 // The words left over once all options are taken: exactly these many, and no further option.

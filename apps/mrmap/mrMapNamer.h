@@ -7,6 +7,7 @@ class mrMapNamer : public mrIDNamer {
 public:
   using mrIDNamer::check_res_map;
   using mrIDNamer::load_res_map;
+  using mrIDNamer::save_all_declarations;
 
   const mrNameMap<std::unique_ptr<mrHeader>>& headers() const { return m_headers; }
   const mrNameMap<std::unique_ptr<mrLibraryRes>>& modules() const { return m_libraries; }

@@ -15,12 +15,13 @@ bool read_number(const CString& text, int64_t& number) {
   const CString digits = text.Mid(negative ? 1 : 0);
   const bool hexadecimal = digits.Left(2) == "0x" || digits.Left(2) == "0X";
   const CString rest = digits.Mid(hexadecimal ? 2 : 0);
-  if (rest.IsEmpty() || !std::isxdigit(static_cast<unsigned char>(rest[0])))
+  // The C library would take a sign, blanks and a second "0x" there.
+  const char* const members = hexadecimal ? "0123456789abcdefABCDEF" : "0123456789";
+  if (rest.IsEmpty() || rest.str().find_first_not_of(members) != std::string::npos)
     return false;
-  char* end = nullptr;
   errno = 0;
-  const unsigned long long value = std::strtoull(rest, &end, hexadecimal ? 16 : 10);
-  if (*end != '\0' || errno == ERANGE)
+  const unsigned long long value = std::strtoull(rest, nullptr, hexadecimal ? 16 : 10);
+  if (errno == ERANGE)
     return false;
   number = static_cast<int64_t>(negative ? 0 - value : value);
   return true;
@@ -152,7 +153,7 @@ constexpr Listing listings[] = {
 
 int run_lookup(const mrArguments& given) {
   mrArguments arguments = given;
-  const CString prefix = take_option(arguments, "--prefix");
+  const CString prefix = take_option(arguments, "--prefix", "IDC_");
   const CString dialog = take_option(arguments, "--dialog");
   const CString module = take_option(arguments, "--module");
   expect_words(arguments, 1, "the number");
@@ -162,8 +163,7 @@ int run_lookup(const mrArguments& given) {
 
   mrQuietNamer namer;
   const bool loaded = load(namer);
-  const CString name = namer.get_definition(number, prefix.IsEmpty() ? CString("IDC_") : prefix,
-                                            dialog_number(namer, dialog, module), module);
+  const CString name = namer.get_definition(number, prefix, dialog_number(namer, dialog, module), module);
   std::printf("%s\n", name.GetString());
   return loaded ? exitDone : exitFailed;
 }

@@ -2,6 +2,7 @@
 #include "apps/mrmap/mrMapStage.h"
 
 #include "apps/mrmap/mrPaths.h"
+#include "namer/mrIDNamer.h"
 
 #include <windows.h>
 
@@ -17,7 +18,12 @@ constexpr char constants_name[] = "ui_consts.js";
 constexpr char headers_name[] = "headers";
 constexpr char modules_name[] = "res";
 constexpr char old_name[] = "old";      // what was replaced, until everything is in place
-constexpr char aside_name[] = "aside";  // the new archive, alone
+constexpr char aside_name[] = "aside";  // the new archive, without documents beside it
+// Of the stage: what the engine takes for the folder of the programs, and how it goes on from there.
+constexpr char application_name[] = "bin\\x64";
+constexpr char way_of_engine[] = "..\\..\\file\\ui_recording";
+
+constexpr int max_path = MAX_PATH - 1;  // characters
 
 // Held by the system as long as the process lives, so a killed build locks nobody out.
 HANDLE lock(const CString& path) {
@@ -36,6 +42,14 @@ CString environment(const char* name) {
   return CString(value);
 }
 
+[[noreturn]] void throw_too_long(const CString& resource_folder, const CString& path) {
+  CString text;
+  text.Format(
+      "the resource folder %s is too long: a build needs %s, which has %d characters, and %d is the most",
+      resource_folder.GetString(), path.GetString(), path.GetLength(), max_path);
+  throw std::runtime_error(text.GetString());
+}
+
 }  // namespace
 
 mrMapStage::mrMapStage(const CString& resource_folder)
@@ -43,18 +57,47 @@ mrMapStage::mrMapStage(const CString& resource_folder)
       m_folder(join(m_root, "file\\ui_recording")), m_application_folder(environment(application_variable)),
       m_lock(lock(join(resource_folder, lock_name))) {
   try {
+    expect_room_for_stage();
     copy_map();
+    // The engine looks two folders up; these two need not be there.
+    lead_engine_to(join(m_root, application_name));
+    expect_reached();
   } catch (...) {
-    remove_folder(m_root);
-    CloseHandle(m_lock);
+    leave();
     throw;
   }
-  // The engine looks two folders up; these two need not be there.
-  lead_engine_to(join(m_root, "bin\\x64"));
+}
+
+// A folder that it does not find the engine replaces by the developers' one, without a word: the map would be
+// written there.
+void mrMapStage::expect_reached() const {
+  const CString reached = mrIDNamer::get_res_path();
+  if (reached != m_folder)
+    throw std::runtime_error(
+        ("the map would be written to " + reached + " instead of " + m_folder).GetString());
+}
+
+void mrMapStage::expect_room(const CString& document) const {
+  const CString path = join(m_folder, document);
+  if (path.GetLength() > max_path)
+    throw_too_long(m_target, path);
+}
+
+void mrMapStage::expect_room_for_stage() const {
+  const CString way = join(join(m_root, application_name), way_of_engine);
+  if (way.GetLength() > max_path)
+    throw_too_long(m_target, way);
+  for (const char* folder : {headers_name, modules_name})
+    for (const CString& name : names_in(join(m_target, folder), true))
+      expect_room(join(folder, name));
 }
 
 void mrMapStage::copy_map() {
   remove_folder(m_root);
+  // A document that stayed would be packed into this map.
+  if (is_folder(m_root))
+    throw std::runtime_error(
+        ("what an earlier build left in " + m_root + " could not be removed; remove it by hand").GetString());
   for (const char* folder : {"", "\\file", "\\file\\ui_recording", "\\old", "\\aside"})
     make_folder(m_root + folder);
   copy_folder(join(m_target, headers_name), join(m_folder, headers_name));
@@ -63,7 +106,9 @@ void mrMapStage::copy_map() {
     copy_file(join(m_target, map_name), map_file());
 }
 
-mrMapStage::~mrMapStage() {
+mrMapStage::~mrMapStage() { leave(); }
+
+void mrMapStage::leave() {
   lead_engine_to(m_application_folder);
   remove_folder(m_root);
   CloseHandle(m_lock);
@@ -78,10 +123,11 @@ CString mrMapStage::map_file() const { return join(m_folder, map_name); }
 
 CString mrMapStage::constants_file() const { return join(m_folder, constants_name); }
 
+CString mrMapStage::aside(const CString& name) const { return join(join(m_root, aside_name), name); }
+
 CString mrMapStage::take_archive_aside() {
-  const CString aside = join(join(m_root, aside_name), map_name);
-  move(map_file(), aside);
-  return aside;
+  move(map_file(), aside(map_name));
+  return aside(map_name);
 }
 
 void mrMapStage::put_in_place() {
@@ -89,7 +135,7 @@ void mrMapStage::put_in_place() {
     // The constants first: they know every name of both maps, as long as nothing was forced.
     replace_file(constants_file(), constants_name);
     // As long as both folders of documents are beside it nobody reads the archive.
-    replace_file(join(join(m_root, aside_name), map_name), map_name);
+    replace_file(aside(map_name), map_name);
     exchange_folders();
   } catch (...) {
     undo();

@@ -24,6 +24,10 @@ public:
   const CString& folder() const { return m_folder; }
   CString map_file() const;
   CString constants_file() const;
+  // A place for a file of this name that is looked at and never put in place.
+  CString aside(const CString& name) const;
+  // Throws when the document, named from the resource folder on, would have too long a path in the stage.
+  void expect_room(const CString& document) const;
   // Moves the archive to where no folder of documents is beside it, for reading it back; returns its path.
   CString take_archive_aside();
 
@@ -36,7 +40,10 @@ private:
     CString from, to;
   };
 
+  void expect_reached() const;
+  void expect_room_for_stage() const;
   void copy_map();
+  void leave();
   void lead_engine_to(const CString& application_folder);
   void replace_file(const CString& from, const char* name);
   void exchange_folders();

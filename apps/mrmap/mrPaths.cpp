@@ -26,14 +26,43 @@ bool is_dots(const char* name) {
 
 DWORD attributes_of(const CString& path) { return GetFileAttributesA(path); }
 
-}  // namespace
+// The system neither removes nor replaces what is read-only. Failure is ignored: what follows fails then too,
+// and says so.
+void make_writable(const CString& path) {
+  const DWORD attributes = attributes_of(path);
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+    SetFileAttributesA(path, attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+}
 
-void throw_system_error(const CString& path, const char* what) {
-  const CString reason = system_text(GetLastError());
+// Adds to names. The system's error when the folder cannot be listed, else ERROR_SUCCESS.
+DWORD list(const CString& folder, bool folders, std::vector<CString>& names) {
+  WIN32_FIND_DATAA data;
+  const HANDLE find = FindFirstFileA(join(folder, "*"), &data);
+  if (find == INVALID_HANDLE_VALUE) {
+    const DWORD error = GetLastError();
+    return error == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : error;
+  }
+  do {
+    const bool folder_found = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    if (!is_dots(data.cFileName) && (folders || !folder_found))
+      names.push_back(data.cFileName);
+  } while (FindNextFileA(find, &data));
+  const DWORD error = GetLastError();
+  FindClose(find);
+  return error == ERROR_NO_MORE_FILES ? ERROR_SUCCESS : error;
+}
+
+// Asking the system anything else would change its last error: who does so keeps it first.
+[[noreturn]] void throw_error(const CString& path, const char* what, DWORD error) {
+  const CString reason = system_text(error);
   CString text;
   text.Format("%s could not be %s: %s", path.GetString(), what, reason.GetString());
   throw std::runtime_error(text.GetString());
 }
+
+}  // namespace
+
+void throw_system_error(const CString& path, const char* what) { throw_error(path, what, GetLastError()); }
 
 CString join(const CString& folder, const CString& name) { return folder + "\\" + name; }
 
@@ -47,36 +76,53 @@ bool is_folder(const CString& path) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-std::vector<CString> names_in(const CString& folder, const CString& pattern, bool folders) {
+std::vector<CString> names_in(const CString& folder, bool folders) {
   std::vector<CString> names;
-  WIN32_FIND_DATAA data;
-  const HANDLE find = FindFirstFileA(join(folder, pattern), &data);
-  if (find == INVALID_HANDLE_VALUE)
+  if (!is_folder(folder))
     return names;
-  do {
-    const bool folder_found = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (!is_dots(data.cFileName) && (folders || !folder_found))
-      names.push_back(data.cFileName);
-  } while (FindNextFileA(find, &data));
-  FindClose(find);
+  const DWORD error = list(folder, folders, names);
+  if (error != ERROR_SUCCESS)
+    throw_error(folder, "listed", error);
   return names;
 }
 
+std::string contents_of(const CString& path) {
+  const HANDLE file = CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE)
+    throw_system_error(path, "read");
+  std::string text;
+  char chunk[65536];
+  DWORD count = 0;
+  BOOL read = FALSE;
+  while ((read = ReadFile(file, chunk, sizeof chunk, &count, nullptr)) && count > 0)
+    text.append(chunk, count);
+  const DWORD error = GetLastError();
+  CloseHandle(file);
+  if (!read)
+    throw_error(path, "read", error);
+  return text;
+}
+
 void make_folder(const CString& path) {
-  if (!CreateDirectoryA(path, nullptr) && !is_folder(path))
-    throw_system_error(path, "made");
+  if (CreateDirectoryA(path, nullptr))
+    return;
+  const DWORD error = GetLastError();
+  if (!is_folder(path))
+    throw_error(path, "made", error);
 }
 
 void copy_file(const CString& from, const CString& to) {
   if (!CopyFileA(from, to, FALSE))
     throw_system_error(from, "copied");
+  make_writable(to);
 }
 
 void copy_folder(const CString& from, const CString& to) {
   if (!is_folder(from))
     return;
   make_folder(to);
-  for (const CString& name : names_in(from, "*", true)) {
+  for (const CString& name : names_in(from, true)) {
     if (is_folder(join(from, name)))
       copy_folder(join(from, name), join(to, name));
     else
@@ -85,26 +131,35 @@ void copy_folder(const CString& from, const CString& to) {
 }
 
 void move(const CString& from, const CString& to, bool replace) {
+  if (replace)
+    make_writable(to);
   if (!MoveFileExA(from, to, replace ? MOVEFILE_REPLACE_EXISTING : 0))
     throw_system_error(replace ? to : from, replace ? "replaced" : "moved");
 }
 
 void remove_file(const CString& path) {
+  make_writable(path);
   if (!DeleteFileA(path))
     throw_system_error(path, "removed");
 }
 
 void remove_folder(const CString& path) {
-  for (const CString& name : names_in(path, "*", true)) {
+  std::vector<CString> names;
+  list(path, true, names);
+  for (const CString& name : names) {
     const CString inner = join(path, name);
-    // A link to a folder is removed, not followed.
     const DWORD attributes = attributes_of(inner);
-    if (!(attributes & FILE_ATTRIBUTE_DIRECTORY))
-      DeleteFileA(inner);
-    else if (!(attributes & FILE_ATTRIBUTE_REPARSE_POINT))
+    // A link to a folder is removed, not followed.
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) && !(attributes & FILE_ATTRIBUTE_REPARSE_POINT)) {
       remove_folder(inner);
-    else
+      continue;
+    }
+    make_writable(inner);
+    if (attributes & FILE_ATTRIBUTE_DIRECTORY)
       RemoveDirectoryA(inner);
+    else
+      DeleteFileA(inner);
   }
+  make_writable(path);
   RemoveDirectoryA(path);
 }
