@@ -15,15 +15,15 @@ public:
 
 protected:
   void on_init() override {
-    for (const int id :
-         {IDC_COMBO_EDIT, IDC_COMBO_LIST, IDC_COMBO_SIMPLE, IDC_COMBO_DRAWN_TEXT, IDC_COMBO_DISABLED})
+    for (const int id : {IDC_COMBO_EDIT, IDC_COMBO_LIST, IDC_COMBO_SIMPLE, IDC_COMBO_DRAWN_TEXT,
+                         IDC_COMBO_DISABLED, IDC_COMBO_HIDDEN})
       add_materials(id, CB_ADDSTRING);
     add_colours(IDC_COMBO_DRAWN_COLOR, CB_ADDSTRING);
     fill_group_combo();
     for (const char* name : {"First", "Second", "Third"})
       add_extended(IDC_COMBO_EXTENDED, name, 0, 0);
     for (const int id : {IDC_COMBO_LIST, IDC_COMBO_DRAWN_TEXT, IDC_COMBO_DRAWN_COLOR, IDC_COMBO_GROUP,
-                         IDC_COMBO_EXTENDED, IDC_COMBO_DISABLED})
+                         IDC_COMBO_EXTENDED, IDC_COMBO_DISABLED, IDC_COMBO_HIDDEN})
       send(id, CB_SETCURSEL, 0);
   }
 
@@ -36,12 +36,14 @@ protected:
   }
 
   void change_by_program() override {
-    for (const int id : {IDC_COMBO_EDIT, IDC_COMBO_LIST, IDC_COMBO_SIMPLE, IDC_COMBO_DRAWN_TEXT,
-                         IDC_COMBO_DRAWN_COLOR, IDC_COMBO_GROUP, IDC_COMBO_EXTENDED, IDC_COMBO_DISABLED})
+    for (const int id :
+         {IDC_COMBO_EDIT, IDC_COMBO_LIST, IDC_COMBO_SIMPLE, IDC_COMBO_DRAWN_TEXT, IDC_COMBO_DRAWN_COLOR,
+          IDC_COMBO_GROUP, IDC_COMBO_EXTENDED, IDC_COMBO_DISABLED, IDC_COMBO_HIDDEN})
       send(id, CB_SETCURSEL, 2);
-    // The program may also tell itself of the change; nobody can have made it in a box that is disabled.
-    SendMessageA(handle(), WM_COMMAND, MAKEWPARAM(IDC_COMBO_DISABLED, CBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(item(IDC_COMBO_DISABLED)));
+    // The program may also tell itself of the change; nobody can have made it in a box that is disabled or
+    // hidden.
+    for (const int id : {IDC_COMBO_DISABLED, IDC_COMBO_HIDDEN})
+      SendMessageA(handle(), WM_COMMAND, MAKEWPARAM(id, CBN_SELCHANGE), reinterpret_cast<LPARAM>(item(id)));
   }
 
 private:

@@ -69,6 +69,7 @@ bool scGalleryDialog::on_draw_item(const DRAWITEMSTRUCT& item) {
     return true;
   case IDC_COMBO_DRAWN_COLOR:
   case IDC_LIST_DRAWN_COLOR:
+  case IDC_LIST_DRAWN_MULTIPLE:
     draw_colour_item(item);
     return true;
   case IDC_DRAWN_PUSH:

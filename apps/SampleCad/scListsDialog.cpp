@@ -32,7 +32,8 @@ protected:
   void on_init() override {
     for (const int id : {IDC_LIST_SINGLE, IDC_LIST_MULTIPLE, IDC_LIST_EXTENDED, IDC_LIST_DISABLED})
       add_materials(id, LB_ADDSTRING);
-    add_colours(IDC_LIST_DRAWN_COLOR, LB_ADDSTRING);
+    for (const int id : {IDC_LIST_DRAWN_COLOR, IDC_LIST_DRAWN_MULTIPLE})
+      add_colours(id, LB_ADDSTRING);
     for (const int id : {IDC_LIST_VIEW, IDC_LIST_VIEW_DISABLED})
       fill_list_view(id);
   }

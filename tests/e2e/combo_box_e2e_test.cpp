@@ -36,6 +36,13 @@ TEST_F(ComboBoxEndToEnd, ItemChosenWithTheMouse) {
             recording.script_lines());
 }
 
+TEST_F(ComboBoxEndToEnd, SameItemTwiceIsTwoStatements) {
+  choose(IDC_COMBO_LIST, 3);
+  choose(IDC_COMBO_LIST, 3);
+  EXPECT_EQ((Statements{"SelectItemByName(\"Aluminium\");", "SelectItemByName(\"Aluminium\");"}),
+            recording.finish());
+}
+
 TEST_F(ComboBoxEndToEnd, EveryStepOfTheArrowKeyIsAStatement) {
   focus(IDC_COMBO_LIST);
   user.key(VK_DOWN);
@@ -105,5 +112,6 @@ TEST_F(ComboBoxEndToEnd, HeadingOfAGroupComboRecordsNothing) {
 TEST_F(ComboBoxEndToEnd, WhatTheProgramSelectsIsNotRecorded) {
   click(IDC_BY_PROGRAM);
   EXPECT_TRUE(wait_until([this] { return selected(IDC_COMBO_DISABLED) == 2; }));
+  EXPECT_TRUE(wait_until([this] { return selected(IDC_COMBO_HIDDEN) == 2; }));
   EXPECT_EQ((Statements{"Click();"}), recording.finish());
 }

@@ -22,6 +22,15 @@ TEST_F(EditEndToEnd, TypedTextIsOneStatement) {
             recording.script_lines());
 }
 
+TEST_F(EditEndToEnd, TypedCharactersAboveAsciiStandInTheStatement) {
+  click(IDC_EDIT);
+  user.type("M\xFCller \xD8"
+            "5");
+  EXPECT_EQ((Statements{"Text = \"M\xFCller \xD8"
+                        "5\";"}),
+            recording.finish());
+}
+
 TEST_F(EditEndToEnd, CorrectedTextIsOneStatement) {
   click(IDC_EDIT);
   user.type("abx");

@@ -67,8 +67,36 @@ TEST_F(ListBoxEndToEnd, DrawnItemsWithoutTextsAreCounted) {
   EXPECT_EQ((Statements{"SelectItem(3);"}), recording.finish());
 }
 
+TEST_F(ListBoxEndToEnd, DrawnItemsOfAMultipleSelectionAreCountedToo) {
+  click_item(IDC_LIST_DRAWN_MULTIPLE, 1);
+  click_item(IDC_LIST_DRAWN_MULTIPLE, 0);
+  click_item(IDC_LIST_DRAWN_MULTIPLE, 1);
+  EXPECT_EQ((Statements{"SelectItem(1);", "SelectItem(0);", "UnselectItem(1);"}), recording.finish());
+}
+
 TEST_F(ListBoxEndToEnd, WhatTheProgramSelectsIsNotRecorded) {
   click(IDC_BY_PROGRAM);
   EXPECT_TRUE(wait_until([this] { return SendMessageA(control(IDC_LIST_EXTENDED), LB_GETSEL, 3, 0) > 0; }));
   EXPECT_EQ((Statements{"Click();"}), recording.finish());
+}
+
+// The list box has the focus already when the recording begins, so nothing told the recorder what was
+// selected.
+TEST(ListBoxBeforeTheRecording, WhatWasSelectedIsRecordedWithTheFirstChange) {
+  GalleryHost host("lists", "Lists");
+  const HWND list = GetDlgItem(host.dialog, IDC_LIST_MULTIPLE);
+  const auto click_item = [list](mrUser& user, int index) {
+    RECT place = {};
+    SendMessageA(list, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
+    user.click(client_place(list, place.left + 20, (place.top + place.bottom) / 2));
+  };
+  mrUser earlier;
+  click_item(earlier, 1);
+  click_item(earlier, 3);
+  host.finish_input();
+  mrRecording recording(host);
+  click_item(recording.user, 2);
+  EXPECT_EQ((Statements{"SelectItemByName(\"Brass\");", "SelectItemByName(\"Copper\");",
+                        "SelectItemByName(\"Aluminium\");"}),
+            recording.finish());
 }

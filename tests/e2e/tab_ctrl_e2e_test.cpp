@@ -80,6 +80,18 @@ TEST_F(TabCtrlEndToEnd, TabWindowsOfOtherLibraries) {
             recording.finish());
 }
 
+// The library of these tabs posts it; what a program sends is its own doing.
+TEST_F(TabCtrlEndToEnd, MessageOfATabWindowCountsPostedOnly) {
+  choose(IDC_TABS_GX, 1);
+  host.finish_input();
+  constexpr UINT tab_changed = 1925;
+  SendMessageA(dialog, tab_changed, 0, reinterpret_cast<LPARAM>(tabs(IDC_TABS_GX)));
+  EXPECT_EQ((Statements{"SelectItemByName(\"Assembly\");"}), recording.statements());
+  PostMessageA(dialog, tab_changed, 0, reinterpret_cast<LPARAM>(tabs(IDC_TABS_GX)));
+  EXPECT_EQ((Statements{"SelectItemByName(\"Assembly\");", "SelectItemByName(\"Assembly\");"}),
+            recording.finish());
+}
+
 TEST_F(TabCtrlEndToEnd, TabChosenByTheProgramIsNotRecorded) {
   user.click(control_of(dialog, IDC_BY_PROGRAM));
   EXPECT_TRUE(wait_until([this] { return SendMessageA(tabs(IDC_TABS), TCM_GETCURSEL, 0, 0) == 1; }));

@@ -488,6 +488,27 @@ TEST_F(ListContextMenu, OnASelectedItemOfAListBox) {
             finish());
 }
 
+// The first menu of the host is the one of a place in the dialog.
+TEST_F(ListContextMenu, OnAnUnselectedItemOfAListBox) {
+  user.click(places.middle("dialog:lists", "IDC_LIST_SINGLE[1]"));
+  choose("IDC_LIST_SINGLE[1]", {"IDM_ITEM_MARK"});
+  choose("IDC_LIST_SINGLE[2]", {"IDM_ITEM_OPEN"});
+  choose("IDC_LIST_SINGLE[1]", {"IDM_ITEM_OPEN"});
+  EXPECT_EQ((Lines{"  ListBox_2081().SelectItemByName(\"Brass\");", "  ListBox_2081().ContextMenu(false);",
+                   "  TBB_Mark().Checked = true;", "  ListBox_2081().ContextMenu(false);",
+                   "  TBB_Open().Checked = true;", "  ListBox_2081().ContextMenu(true);",
+                   "  TBB_Open().Checked = true;"}),
+            finish());
+}
+
+TEST_F(ListContextMenu, OnAListViewWithoutASelection) {
+  const RECT list = places.rect("dialog:lists", "IDC_LIST_VIEW");
+  user.click({list.left + 60, list.bottom - 6}, mrMouseButton::right);  // below the rows
+  user.click(places.middle("menu", "IDM_ITEM_OPEN"));
+  places.wait_until_gone("menu");
+  EXPECT_EQ((Lines{"  ListView_2085().ContextMenu(false);", "  TBB_Open().Checked = true;"}), finish());
+}
+
 // The submenu has no id of its own: its handle stands for it, which is another number in every run.
 TEST_F(ListContextMenu, OnAListViewWithASubmenu) {
   choose("IDC_LIST_VIEW[1]", {"Sort_by", "IDM_ITEM_SORT_SIZE"});

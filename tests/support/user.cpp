@@ -129,9 +129,26 @@ void mrUser::key(WORD virtual_key, const std::vector<WORD>& held) {
     key_up(*key);
 }
 
+// A character that no key of the layout gives.
+static void send_character(char ch) {
+  WCHAR wide = 0;
+  MultiByteToWideChar(CP_ACP, 0, &ch, 1, &wide, 1);
+  for (const DWORD flags : {DWORD{KEYEVENTF_UNICODE}, DWORD{KEYEVENTF_UNICODE | KEYEVENTF_KEYUP}}) {
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wScan = wide;
+    input.ki.dwFlags = flags;
+    send(input);
+  }
+}
+
 void mrUser::type(const std::string& text) {
   for (const char ch : text) {
     const SHORT scan = VkKeyScanA(ch);
+    if (scan == -1) {
+      send_character(ch);
+      continue;
+    }
     std::vector<WORD> held;
     if (scan & 0x100)
       held.push_back(VK_SHIFT);

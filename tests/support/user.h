@@ -27,7 +27,7 @@ public:
   void key(WORD virtual_key, const std::vector<WORD>& held = {});
   void key_down(WORD virtual_key);
   void key_up(WORD virtual_key);
-  // Characters of the keyboard layout.
+  // Characters of the keyboard layout; others arrive as from a keyboard that has them.
   void type(const std::string& text);
 
 private:
