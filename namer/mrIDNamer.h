@@ -59,9 +59,9 @@ public:
   static CString get_const_file();
 
   // What a script writes for a control or command number.
-  //   prefix   kept for the interface's sake; a qualified name begins with its group key, so it rarely
-  //   matters dialog   template number of the dialog that holds the control, 0 when not known module   name
-  //   of the host module that owns the dialog, in any case; empty when not known
+  //   - prefix: kept for the interface's sake; a qualified name begins with its group key, so it rarely matters
+  //   - dialog: template number of the dialog that holds the control, 0 when not known
+  //   - module: name of the host module that owns the dialog, in any case; empty when not known
   // "group.NAME" of the control; else every name of the number, joined with " | "; else the number in decimal
   // (its low 32 bits, signed). Never fails.
   CString get_definition(int64_t number, const CString& prefix, uint32_t dialog, const CString& module) const;

@@ -2,6 +2,7 @@
 // dispatch.
 #include "apps/SampleCad/samplecad.dev/resource.h"
 #include "tests/support/e2e.h"
+#include "tests/support/golden.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +64,29 @@ TEST_F(WindowEndToEnd, AltF4IsAClose) {
   EXPECT_TRUE(recording.wait_for_statements(2));
   EXPECT_TRUE(wait_until([this] { return !host.is_running(); }));
   EXPECT_EQ((Statements{"Click(1, 30, 5, 0);", "Close();"}), recording.statements());
+}
+
+// Work in the frame and in a dialog whose pages have nothing of their own: one is found by the text of a
+// label that can be seen, the other by one that is hidden. The whole job, from the first byte to the last.
+TEST_F(WindowEndToEnd, GoldenJobOfMixedWork) {
+  stop_clock_of(host);
+  const HWND bar = status_bar();
+  user.click(client_place(bar, 20, 5));
+  user.double_click(client_place(bar, 60, 5));
+  user.drag(client_place(bar, 30, 5), client_place(bar, 120, 8));
+  user.wheel(1);
+  user.key('G', {VK_CONTROL});
+  user.key(VK_RETURN, {VK_MENU});
+  const HWND dialog = host.wait_for_dialog("Document properties");
+  ASSERT_NE(nullptr, dialog);
+  user.click(middle_of(find_child(dialog, "Button", "&Inches")));
+  user.click(middle_of(find_child(dialog, "Button", "&Clear notes")));
+  user.click(control_of(dialog, IDOK));
+  EXPECT_TRUE(wait_until([dialog] { return !IsWindow(dialog); }));
+  user.key(VK_F4, {VK_MENU});
+  EXPECT_TRUE(wait_until([this] { return !host.is_running(); }));
+  recording.recorder().stop_recording();
+  expect_golden("mixed_work.wsf", recording.script());
 }
 
 TEST_F(WindowEndToEnd, ScriptFocusesTheFrameOnceAndDeclaresEachWindow) {

@@ -86,7 +86,6 @@ static DWORD WINAPI fixed_ticks() { return 0xFFFFFFF0; }
 
 TEST(Clock, IsTheSystemsUntilATestBringsItsOwn) {
   const DWORD before = GetTickCount();
-  EXPECT_GE(mr_tick_count() - before, 0u);
   EXPECT_LE(mr_tick_count() - before, 10000u);
   set_tick_source(fixed_ticks);
   EXPECT_EQ(0xFFFFFFF0, mr_tick_count());

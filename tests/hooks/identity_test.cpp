@@ -22,8 +22,8 @@ protected:
       result = answer;
       return true;
     });
-    // Another recorder window: nothing is left of the test before.
     shared_block().recorder_window = window;
+    // No hook is set while this is asked, so nothing is left of the test before.
     is_identified(nullptr, 0);
   }
   ~IdentityMemory() override { set_shortcuts(true); }

@@ -44,6 +44,19 @@ TEST(FilterClassName, ReducesToTheStablePart) {
     EXPECT_EQ(c.expected, probe.filter_class_name(c.class_name)) << c.name;
 }
 
+// A final d and final digits go; every other byte stays, wherever its sign puts it.
+TEST(FilterClassName, KeepsEveryByteButAFinalDAndDigits) {
+  mrProbeFactory probe;
+  for (int byte = 1; byte < 256; ++byte) {
+    const char ch = static_cast<char>(byte);
+    const std::string name = std::string("Bar") + ch;
+    const bool goes = ch == 'd' || ch == 'D' || (ch >= '0' && ch <= '9');
+    const std::string expected = ch == ':' || goes ? "Bar" : name;
+    EXPECT_EQ(expected, probe.filter_class_name(name.c_str()).str()) << byte;
+    EXPECT_EQ(ch == ':' ? "Bar" : name + "x", probe.filter_class_name((name + "x").c_str()).str()) << byte;
+  }
+}
+
 TEST(IsWrappedType, MatchesThePrefixByteForByte) {
   const mrProbeFactory window("Window", "Window");
   EXPECT_TRUE(window.is_wrapped_type("Window"));

@@ -151,11 +151,13 @@ TEST_F(Recorder, StartsWithNothingRecorded) {
 
 TEST_F(Recorder, KeepsEverythingWhenASecondStartIsRefused) {
   ASSERT_TRUE(start());
+  recorder.get_namer().add_constant("general", "IDC_KEPT", 7);
   recorder.m_actions.AddTail(new CountedAction);
   add_node("A", "Name");
   EXPECT_FALSE(start());
   EXPECT_EQ(1, recorder.get_actions().GetCount());
   EXPECT_EQ(1, recorder.m_windows.GetSize());
+  EXPECT_EQ("general.IDC_KEPT", recorder.get_namer().get_definition(7, "IDC_", 0, ""));
   EXPECT_EQ(window, shared_block().recorder_window);
 }
 

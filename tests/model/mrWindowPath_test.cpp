@@ -270,6 +270,18 @@ TEST_F(Identity, DeletesTheAtomsThatItWasGiven) {
   EXPECT_EQ(0, GlobalFindAtomA("mr test library atom"));
 }
 
+// Numbers below 0xC000 are atoms of the system's own, named by their number.
+TEST_F(Identity, TakesAReplyWithOneOfTheBitsForAnAtom) {
+  for (const LRESULT reply : {LRESULT(0x4001), LRESULT(0x8001)}) {
+    replies["frame name"] = number(reply);
+    replies["dialog template"] = number(1);
+    replies["dialog library"] = number(reply);
+    const mrWindowInfo level = path_of(control)[0];
+    EXPECT_EQ("#" + std::to_string(reply), level.name);
+    EXPECT_EQ("#" + std::to_string(reply), level.resource_library);
+  }
+}
+
 TEST_F(Identity, IgnoresAReplyWithoutTheBitsOfAnAtom) {
   const ATOM kept = GlobalAddAtomA("mr test kept atom");
   ASSERT_GE(kept, 0xC000);

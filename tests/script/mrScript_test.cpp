@@ -212,6 +212,16 @@ TEST_F(Script, WritesTheFunctionOfAWindowThatTwoOthersShare) {
             functions());
 }
 
+TEST_F(Script, WritesNoFunctionForARootThatNobodyCallsHoweverManyWindowsItHas) {
+  act({main_window("Frame", "x")}, "One();");
+  act({main_window("Frame", "y")}, "Two();");
+  script();
+  CString written;
+  recorder.create_declarations(&recorder.m_root, written);
+  EXPECT_EQ(functions(), written.str());
+  EXPECT_EQ(0, written.Find("function Main_x()")) << "and nothing before";
+}
+
 // Deeper and deeper: the separator grows by two blanks after each declaration. Without a top-level window the
 // chain begins at the player itself.
 TEST_F(Script, IndentsAChainLevelByLevel) {

@@ -92,6 +92,8 @@ TEST_F(PathMerging, MakesOneChainOfTheLevels) {
       {"4 last",                                                   "1a 4d",          "d a"},
       {"4 leaves the one before it as it was: 0",                  "4d 0c 1b 2m",    "m b d"},
       {"4 leaves the one before it as it was: 3",                  "3n 4d 0c 1b 2m", "m d n"},
+      {"4 after 2",                                                "2m 4d 0c 2n",    "n d m"},
+      {"4 after 6",                                                "1a 6u 4d 0c 2m", "m d S(a)"},
       {"4 after 4",                                                "4d 0c 4e 0c 2m", "m e d"},
 
       {"5 goes on with the top-level window",                      "1a 5d 1x 3y 2m", "m d a"},
@@ -102,6 +104,10 @@ TEST_F(PathMerging, MakesOneChainOfTheLevels) {
       {"5 after 3 leaves 3 as it was",                             "3n 5d 1b 2m",    "m n"},
       {"5 leaves the one before it as it was: 1",                  "1a 5d 0x 1t",    "t d a"},
       {"5 leaves the one before it as it was: 2",                  "2a 5d 1t",       "d a"},
+      {"5, then a named top-level window",                         "1a 5d 3t",       "t d a"},
+      {"5, then a document on top",                                "1a 5d 4t",       "t d a"},
+      {"5, then another active dialog on top",                     "1a 5d 5e",       "e d a"},
+      {"5, then an untitled top: the last window loses its own",   "1a 5d 6t",       "S(a) a"},
       {"5 after 6",                                                "1a 6u 5d 2m",    "m d S(a)"},
       {"5 after 4",                                                "4d 0c 5e 1x 2m", "m e d"},
 
@@ -114,6 +120,7 @@ TEST_F(PathMerging, MakesOneChainOfTheLevels) {
       {"6 after 3 searches for nothing: a name is found anywhere", "3n 6u 2m",       "m n"},
       {"6 after 3 lets the next 1 in again",                       "3n 6u 1b 2m",    "m b n"},
       {"6 after 2 searches for nothing",                           "2m 6u",          "m"},
+      {"6 after 2 lets the next 1 in again",                       "2m 6u 1b",       "b m"},
       {"6 after 4 first takes its declaration away",               "4d 0c 6u 2m",    "m "},
       {"6 after 4 after 1 searches for the last 1",                "1a 4d 0c 6u 2m", "m S(a) a"},
   };
