@@ -67,8 +67,8 @@ void mrButtonFactory::poll_watched_button() {
 }
 
 bool mrButtonFactory::has_watched_button_changed() {
-  // Nothing to ask when only a plain button was clicked. One that was destroyed while nobody watched has no
-  // state either, and no change of it.
+  // Nothing to ask when only a plain button was clicked. Deliberate: one that was destroyed while nobody
+  // watched has no state either; a record of it would be a statement on a window that nobody finds again.
   if (!IsWindow(m_tracked_button))
     return false;
   const LONG_PTR state = check_state(m_tracked_button);

@@ -36,7 +36,7 @@ bool mrCADTreeFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/,
     send_data(sizeof record, &record);
     return true;
   }
-  const MSG notified = {msg.window, msg.message, msg.wparam, msg.lparam, 0, {}};
+  MSG notified = {msg.window, msg.message, msg.wparam, msg.lparam, 0, {}};
   const HWND tree = is_tree_message(&notified);
   // Every tree of the host tells its parent much while it is painted: only what may become a statement asks
   // the tree anew.

@@ -32,7 +32,8 @@ public:
   mrEditFactory();
 
   mrFactoryType get_factory_type() override;
-  // Claims every message to an edit, the EN_CHANGE of one, and what an up-down control with a buddy receives.
+  // Claims every message to an edit, the EN_CHANGE of one and whatever a hidden or disabled one tells, and
+  // what an up-down control with a buddy receives; the end of a spin is uploaded and left to the others.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
   // Reads the text from the edit itself, as it is when the record arrives: at most 259 characters.
   void copy_data(void* data) override;

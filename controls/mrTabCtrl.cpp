@@ -13,7 +13,8 @@ constexpr const char system_tab_class[] = "SysTabControl32";
 constexpr const char bcg_tab_prefix[] = "BCGTab";
 constexpr const char tab_beam_prefix[] = "GXTabBeam";
 
-// What a GX tab beam posts to its parent when the user chose another tab; lParam is the beam.
+// Posted when the user chose another tab of a GX tab beam, by whatever window of the host; lParam is the
+// beam.
 constexpr UINT tab_beam_changed = WM_USER + 901;
 static_assert(tab_beam_changed == 1925, "the host's number");
 

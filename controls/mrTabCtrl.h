@@ -32,7 +32,9 @@ public:
   mrTabCtrlFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to a tab window, and what its parent is told of another current tab.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // The caption travels in the record: it is that of the moment.
   void copy_data(void* data) override;
   // Records whether the menu was opened on the current tab. 1, or 0 for a class that is no tab's.
   mrContextMenuRes context_menu_invoke(HWND window, const char* class_name, const CPoint& point) override;

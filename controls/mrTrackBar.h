@@ -27,7 +27,9 @@ public:
   mrTrackBarFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to a track bar, and the end of a movement that its parent is told of.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // The position travels in the record.
   void copy_data(void* data) override;
   // 0: track bars offer no context menu action.
   mrContextMenuRes context_menu_invoke(HWND window, const char* class_name, const CPoint& point) override;

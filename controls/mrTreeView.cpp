@@ -42,19 +42,19 @@ bool mrTreeViewFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/
   if (const HWND control = command_control(msg))
     return is_wrapped_window(GetParent(control));
 
-  const MSG notification = {msg.window, msg.message, msg.wparam, msg.lparam, 0, {}};
+  MSG notification = {msg.window, msg.message, msg.wparam, msg.lparam, 0, {}};
   const HWND tree = is_tree_message(&notification);
   return tree && handle_tree_message(tree, &notification);
 }
 
-HWND mrTreeViewFactory::is_tree_message(const MSG* msg) const {
+HWND mrTreeViewFactory::is_tree_message(MSG* msg) const {
   if (msg->message != WM_NOTIFY || !msg->lParam)
     return nullptr;
   const HWND sender = reinterpret_cast<const NMHDR*>(msg->lParam)->hwndFrom;
   return sender && is_tree_class(hooked_class_name(sender)) ? sender : nullptr;
 }
 
-bool mrTreeViewFactory::handle_tree_message(HWND tree, const MSG* msg) {
+bool mrTreeViewFactory::handle_tree_message(HWND tree, MSG* msg) {
   // Not the user's doing.
   if (!is_operable(tree))
     return true;

@@ -48,11 +48,13 @@ class MR_API mrTreeViewFactory : public mrBaseWindowFactory {
 public:
   mrTreeViewFactory();
   // For derived recorders: their own name in declarations and the class name that their actions write into
-  // the path. Which windows are trees stays as it is.
+  // the path. Whose notifications are recorded stays as it is.
   mrTreeViewFactory(const char* script_name, const char* class_name);
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to a tree, and the notifications of one that it records.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // Asks the tree where the item stands when the record arrives; a label travels in the record.
   void copy_data(void* data) override;
   // Records whether the menu was opened on the selected row. 1, or 0 for a class that is no tree's.
   mrContextMenuRes context_menu_invoke(HWND window, const char* class_name, const CPoint& point) override;
@@ -62,11 +64,11 @@ public:
   virtual mrTreeView* get_action(HWND tree);
 
   // The tree that a WM_NOTIFY comes from; null for every other message. Host process, inside a hook.
-  HWND is_tree_message(const MSG* msg) const;
+  HWND is_tree_message(MSG* msg) const;
 
   // Uploads a selection or an edited label. True claims the message: one that was uploaded, and everything
   // that a hidden or disabled tree tells. Host process, inside a hook.
-  bool handle_tree_message(HWND tree, const MSG* msg);
+  bool handle_tree_message(HWND tree, MSG* msg);
 
 protected:
   static bool is_tree_class(const char* class_name);

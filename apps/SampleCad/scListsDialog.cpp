@@ -34,7 +34,7 @@ protected:
       add_materials(id, LB_ADDSTRING);
     for (const int id : {IDC_LIST_DRAWN_COLOR, IDC_LIST_DRAWN_MULTIPLE})
       add_colours(id, LB_ADDSTRING);
-    for (const int id : {IDC_LIST_VIEW, IDC_LIST_VIEW_DISABLED})
+    for (const int id : {IDC_LIST_VIEW, IDC_LIST_VIEW_DISABLED, IDC_LIST_VIEW_HIDDEN})
       fill_list_view(id);
   }
 
@@ -64,9 +64,10 @@ protected:
     // The program may tell itself of a change; nobody can have made it in a list that is disabled.
     SendMessageA(handle(), WM_COMMAND, MAKEWPARAM(IDC_LIST_DISABLED, LBN_SELCHANGE),
                  reinterpret_cast<LPARAM>(item(IDC_LIST_DISABLED)));
-    // A list view tells of every change, whoever makes it; the disabled one tells of one that no user can
-    // have made.
-    ListView_SetItemState(item(IDC_LIST_VIEW_DISABLED), 1, LVIS_SELECTED, LVIS_SELECTED);
+    // A list view tells of every change, whoever makes it; the disabled and the hidden one tell of one that
+    // no user can have made.
+    for (const int id : {IDC_LIST_VIEW_DISABLED, IDC_LIST_VIEW_HIDDEN})
+      ListView_SetItemState(item(id), 1, LVIS_SELECTED, LVIS_SELECTED);
   }
 
 private:

@@ -20,7 +20,7 @@ protected:
       send(id, TBM_SETTICFREQ, 10);
       send(id, TBM_SETPAGESIZE, 0, 20);
     }
-    change_by_program();
+    set_positions(50);
   }
 
   bool on_message(UINT message, WPARAM wparam, LPARAM lparam, LRESULT& result) override {
@@ -32,13 +32,15 @@ protected:
     return true;
   }
 
-  void change_by_program() override {
+  void change_by_program() override { set_positions(30); }
+
+private:
+  void set_positions(int position) {
     for (const int id : {IDC_SLIDER_HORIZONTAL, IDC_SLIDER_VERTICAL, IDC_SLIDER_DISABLED})
-      send(id, TBM_SETPOS, TRUE, 50);
+      send(id, TBM_SETPOS, TRUE, position);
     show_values();
   }
 
-private:
   // Of the two that the user can move.
   void show_values() {
     CString text;

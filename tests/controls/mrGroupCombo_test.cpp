@@ -152,6 +152,32 @@ TEST_F(GroupComboBuilder, ItemIsNamedAfterItsHeading) {
   EXPECT_NE(nullptr, dynamic_cast<mrGroupCombo*>(recorder.last_action()));
 }
 
+TEST_F(GroupComboBuilder, BothNamesAreQuotedAndWhole) {
+  const std::string long_name(300, 'x');
+  combo.add_heading("3\" \\ pipe\t\xD8");
+  combo.add(long_name.c_str());
+  combo.add_heading(long_name.c_str());
+  combo.add("C:\\\t\"\xE4\"");
+  choose(7);
+  choose(9);
+  EXPECT_THAT(recorder.statements(),
+              ElementsAre("SelectItemByName(\"3\\\" \\\\ pipe\\t\xD8\", \"" + long_name + "\");",
+                          "SelectItemByName(\"" + long_name + "\", \"C:\\\\\\t\\\"\xE4\\\"\");"));
+}
+
+TEST_F(GroupComboBuilder, TwoGroupCombosInTurn) {
+  GroupCombo other{dialog};
+  other.add_heading("Inch");
+  other.add("1/2");
+  for (int round = 0; round < 2; ++round) {
+    choose(3);
+    recorder.receive(factoryGroupCombo, mrComboBoxRec{comboSelectionChanged, 0, other, 1});
+  }
+  const char* const here = "SelectItemByName(\"Metric\", \"M8\");";
+  const char* const there = "SelectItemByName(\"Inch\", \"1/2\");";
+  EXPECT_THAT(recorder.statements(), ElementsAre(here, there, here, there));
+}
+
 TEST_F(GroupComboBuilder, ItemWithoutAHeadingHasAnEmptyFirstName) {
   choose(0);
   EXPECT_THAT(recorder.statements(), ElementsAre("SelectItemByName(\"\", \"None\");"));

@@ -167,7 +167,7 @@ TEST_F(TreeViewRecognition, OtherMessagesAreLeftToTheOthers) {
 
 TEST_F(TreeViewRecognition, TreeIsTheSenderOfANotificationOnly) {
   const auto tree_of = [this](UINT message, LPARAM lparam) {
-    const MSG msg = {dialog, message, 7, lparam, 0, {}};
+    MSG msg = {dialog, message, 7, lparam, 0, {}};
     return factory.is_tree_message(&msg);
   };
   const mrTestWindow edit("Edit", "", child, dialog, 8);

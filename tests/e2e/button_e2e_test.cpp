@@ -118,6 +118,12 @@ TEST_F(ButtonEndToEnd, WhatTheProgramChangesIsNotRecorded) {
   EXPECT_EQ((Statements{"Click();"}), recording.finish());
 }
 
+// A label may tell its dialog of a click with the code of a pushed button.
+TEST_F(ButtonEndToEnd, LabelThatTellsOfItsClickIsNoButton) {
+  user.click(client_place(control(IDC_GALLERY_RESULT), 12, 4));
+  EXPECT_EQ((Statements{"Click(1, 12, 4, 0);"}), recording.finish());
+}
+
 // Windows gives the click on a disabled control to the dialog behind it.
 TEST_F(ButtonEndToEnd, DisabledButtonRecordsNothingOfItsOwn) {
   const POINT place = middle_of(control(IDC_PUSH_DISABLED));

@@ -43,6 +43,19 @@ TEST_F(ComboBoxEndToEnd, SameItemTwiceIsTwoStatements) {
             recording.finish());
 }
 
+TEST_F(ComboBoxEndToEnd, TwoComboBoxesInTurn) {
+  choose(IDC_COMBO_LIST, 1);
+  choose(IDC_COMBO_DRAWN_TEXT, 2);
+  choose(IDC_COMBO_LIST, 3);
+  choose(IDC_COMBO_DRAWN_TEXT, 0);
+  recording.finish();
+  EXPECT_EQ((Statements{"  Main_SampleCad().SetFocus();", "  ComboBox_2062().SelectItemByName(\"Brass\");",
+                        "  ComboBox_2064().SelectItemByName(\"Copper\");",
+                        "  ComboBox_2062().SelectItemByName(\"Aluminium\");",
+                        "  ComboBox_2064().SelectItemByName(\"Steel\");"}),
+            recording.script_lines());
+}
+
 TEST_F(ComboBoxEndToEnd, EveryStepOfTheArrowKeyIsAStatement) {
   focus(IDC_COMBO_LIST);
   user.key(VK_DOWN);

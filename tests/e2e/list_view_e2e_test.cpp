@@ -93,9 +93,10 @@ TEST_F(ListViewEndToEnd, SelectionsWithAnotherControlInBetweenStay) {
             recording.finish());
 }
 
-TEST_F(ListViewEndToEnd, WhatTheProgramSelectsInADisabledListViewIsNotRecorded) {
+TEST_F(ListViewEndToEnd, WhatTheProgramSelectsInADisabledOrHiddenListViewIsNotRecorded) {
   click(IDC_BY_PROGRAM);
   EXPECT_TRUE(wait_until(
-      [this] { return SendMessageA(control(IDC_LIST_VIEW_DISABLED), LVM_GETSELECTEDCOUNT, 0, 0) == 1; }));
+      [this] { return SendMessageA(control(IDC_LIST_VIEW_HIDDEN), LVM_GETSELECTEDCOUNT, 0, 0) == 1; }));
+  EXPECT_EQ(1, SendMessageA(control(IDC_LIST_VIEW_DISABLED), LVM_GETSELECTEDCOUNT, 0, 0));
   EXPECT_EQ((Statements{"Click();"}), recording.finish());
 }

@@ -12,6 +12,8 @@ using Statements = std::vector<std::string>;
 
 class TabCtrlEndToEnd : public testing::Test {
 protected:
+  TabCtrlEndToEnd() { stop_clock_of(host); }
+
   HWND tabs(int id) const { return GetDlgItem(dialog, id); }
   // The middle of a tab in screen pixels: the rectangle comes from the host's process.
   POINT place_of(int id, int index) const {

@@ -13,6 +13,8 @@ using Statements = std::vector<std::string>;
 
 class TrackBarEndToEnd : public testing::Test {
 protected:
+  TrackBarEndToEnd() { stop_clock_of(host); }
+
   HWND slider(int id) const { return GetDlgItem(dialog, id); }
   LRESULT pos(int id) const { return SendMessageA(slider(id), TBM_GETPOS, 0, 0); }
 
@@ -74,5 +76,6 @@ TEST_F(TrackBarEndToEnd, TwoSlidersInTurn) {
 
 TEST_F(TrackBarEndToEnd, PositionSetByTheProgramIsNotRecorded) {
   user.click(control_of(dialog, IDC_BY_PROGRAM));
+  EXPECT_TRUE(wait_until([this] { return pos(IDC_SLIDER_VERTICAL) == 30; }));
   EXPECT_EQ((Statements{"Click();"}), recording.finish());
 }

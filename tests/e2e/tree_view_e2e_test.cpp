@@ -11,6 +11,8 @@ using Statements = std::vector<std::string>;
 
 class TreeViewEndToEnd : public testing::Test {
 protected:
+  TreeViewEndToEnd() { stop_clock_of(host); }
+
   void select(const mrHostTree::Places& places) { tree.select(user, places); }
   void choose_in_context_menu(POINT place) {
     const size_t before = recording.statements().size();
