@@ -39,8 +39,8 @@ bool mrGXGridFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, 
   mrHookedMessage msg;
   if (kind == hookCallWndProcRet || !read_hooked_message(kind, lparam, msg))
     return false;
-  // Asked for every message: what a grid or its in-place editor receives is claimed, lest another recorder
-  // takes the typing in a cell for its own.
+  // Before the message is looked at: whatever a grid or its in-place editor receives is claimed, lest another
+  // recorder takes the typing in a cell for its own.
   if (is_grid(msg.window, msg) || is_grid(GetParent(msg.window), msg))
     return true;
   if (msg.message != mr_grid_cell_changed || !msg.lparam)

@@ -28,13 +28,13 @@ void ask_text(HWND tree, mrOptionTreeRequest request, void* item, char* buffer) 
   buffer[mr_max_text - 1] = '\0';
 }
 
-// The labels from the root to an item, as far as they fit. The record's path field takes each label on the
-// way.
+// Bounded: a tree that names an item its own ancestor must not keep the host in its hook.
 constexpr int max_levels = 1000;
 
+// The labels from the root to an item, as far as they fit. The record's path field takes each label on the
+// way.
 void ask_path(HWND tree, void* item) {
   char path[mr_max_text] = "";
-  // Bounded: a tree that names an item its own ancestor must not keep the host in here.
   for (int level = 0; item && level < max_levels; ++level) {
     ask_text(tree, optionLabel, item, record.path);
     char longer[mr_max_text] = "";
