@@ -27,13 +27,14 @@ void mrLoggerFactory::on_start_record() {
 // ---- recogniser: host process, GUI thread, inside a hook ------------------------------------------
 
 bool mrLoggerFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, LPARAM lparam) {
-  mrHookedMessage msg;
-  if (!read_hooked_message(kind, lparam, msg))
-    return true;
   HWND& logged = shared_block().logger_window;
   if (logged && !IsWindow(logged))
     logged = nullptr;
-  else if (logged)
+  mrHookedMessage msg;
+  // Deliberate: unlike the recorders of controls it takes messages without a window, which choose one too.
+  if (!read_any_hooked_message(kind, lparam, msg))
+    return true;
+  if (logged)
     log(kind, msg);
   if (kind == hookGetMessage)
     choose_window(msg);

@@ -3,28 +3,31 @@
 
 #include "hooks/mrIdentity.h"
 
-bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out) {
-  mrHookedMessage message;
+bool read_any_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out) {
   switch (kind) {
   case hookGetMessage: {
     const MSG& msg = *reinterpret_cast<const MSG*>(lparam);
-    message = {msg.hwnd, msg.message, msg.wParam, msg.lParam, 0};
-    break;
+    out = {msg.hwnd, msg.message, msg.wParam, msg.lParam, 0};
+    return true;
   }
   case hookCallWndProc: {
     const CWPSTRUCT& cwp = *reinterpret_cast<const CWPSTRUCT*>(lparam);
-    message = {cwp.hwnd, cwp.message, cwp.wParam, cwp.lParam, 0};
-    break;
+    out = {cwp.hwnd, cwp.message, cwp.wParam, cwp.lParam, 0};
+    return true;
   }
   case hookCallWndProcRet: {
     const CWPRETSTRUCT& ret = *reinterpret_cast<const CWPRETSTRUCT*>(lparam);
-    message = {ret.hwnd, ret.message, ret.wParam, ret.lParam, ret.lResult};
-    break;
+    out = {ret.hwnd, ret.message, ret.wParam, ret.lParam, ret.lResult};
+    return true;
   }
   default:
     return false;
   }
-  if (!message.window)
+}
+
+bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out) {
+  mrHookedMessage message;
+  if (!read_any_hooked_message(kind, lparam, message) || !message.window)
     return false;
   out = message;
   return true;

@@ -22,6 +22,9 @@ struct mrHookedMessage {
 // message without a window: nothing there to record; out is then untouched. Host process, GUI thread.
 MR_API bool read_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out);
 
+// The same, also for a message without a window (posted to the thread): the message logger wants those too.
+MR_API bool read_any_hooked_message(int kind, LPARAM lparam, mrHookedMessage& out);
+
 // The control behind a WM_COMMAND notification; null for a menu or accelerator command and for every other
 // message. Its code is the high word of the wParam.
 inline HWND command_control(const mrHookedMessage& msg) {

@@ -123,13 +123,33 @@ TEST_F(LoggerRecognition, TheFirstWindowCreatedCapturesTheLogging) {
   EXPECT_EQ(2u, uploads.count());
 }
 
-TEST_F(LoggerRecognition, ShiftStopsLoggingAndCtrlDoesNotRestartItWhileTheLatchIsSet) {
+TEST_F(LoggerRecognition, CreationWithoutItsDetailsHasNoMenu) {
   choose(frame);
-  shared_block().logger_latch = 1;
-  feed(factory(), hookGetMessage, frame, WM_KEYDOWN, VK_SHIFT);
-  EXPECT_EQ(nullptr, shared_block().logger_window);
-  feed(factory(), hookGetMessage, frame, WM_KEYDOWN, VK_CONTROL);
-  EXPECT_EQ(nullptr, shared_block().logger_window);
+  const mrTestFrame created;
+  feed(factory(), hookCallWndProcRet, frame, WM_COMMAND, 0, 0, 0x1234);
+  feed(factory(), hookCallWndProc, created, WM_CREATE);
+  EXPECT_EQ(record(rec(2, created, WM_CREATE, 0, 0, 0))[0], uploads.last().bytes);
+  EXPECT_EQ(created.get(), shared_block().logger_window);
+}
+
+// A window created while another one is logged sets the latch.
+TEST_F(LoggerRecognition, ShiftStopsLoggingAndCtrlDoesNotRestartItWhileTheLatchIsSet) {
+  const mrTestFrame created;
+  CREATESTRUCTA create = {};
+  choose(frame);
+  feed(factory(), hookCallWndProc, created, WM_CREATE, 0, reinterpret_cast<LPARAM>(&create));
+  ASSERT_EQ(created.get(), shared_block().logger_window);
+  play_tape(
+      factory(), uploads,
+      {{hookGetMessage, frame, WM_MOUSEMOVE, 0, 0, claimed, none},
+       {hookGetMessage, frame, WM_KEYDOWN, VK_CONTROL, 0, claimed, none},
+       act("Ctrl does not re-target it", [&] { EXPECT_EQ(created.get(), shared_block().logger_window); }),
+       {hookGetMessage, frame, WM_KEYDOWN, VK_SHIFT, 0, claimed, none},
+       act("Shift stops it", [] { EXPECT_EQ(nullptr, shared_block().logger_window); }),
+       {hookGetMessage, frame, WM_KEYDOWN, VK_CONTROL, 0, claimed, none},
+       {hookGetMessage, frame, WM_LBUTTONDOWN, 1, 0, claimed, none},
+       act("Ctrl does not restart it", [] { EXPECT_EQ(nullptr, shared_block().logger_window); })});
+  EXPECT_EQ(1u, shared_block().logger_latch);
   factory().on_start_record();
   choose(frame);
   EXPECT_EQ(frame.get(), shared_block().logger_window);
@@ -140,6 +160,18 @@ TEST_F(LoggerRecognition, CtrlAgainRetargetsTheLogging) {
   choose(frame);
   choose(other);
   EXPECT_EQ(other.get(), shared_block().logger_window);
+}
+
+// A program may take its keys from its thread instead of a window.
+TEST_F(LoggerRecognition, KeysWithoutAWindowChooseToo) {
+  feed(factory(), hookGetMessage, frame, WM_MOUSEMOVE);
+  feed(factory(), hookGetMessage, nullptr, WM_KEYDOWN, VK_CONTROL);
+  EXPECT_EQ(frame.get(), shared_block().logger_window);
+  play_tape(factory(), uploads, {{hookGetMessage, nullptr, WM_KEYDOWN, 'A', 0, claimed, none}});
+  feed(factory(), hookGetMessage, nullptr, WM_KEYDOWN, VK_SHIFT);
+  EXPECT_EQ(nullptr, shared_block().logger_window);
+  feed(factory(), hookGetMessage, nullptr, WM_MOUSEMOVE);
+  EXPECT_EQ(nullptr, shared_block().logger_candidate_window);
 }
 
 TEST_F(LoggerRecognition, KeysThatAreSentChooseNothing) {

@@ -49,6 +49,16 @@ TEST(HookedMessage, LeavesTheResultAloneForOtherKindsAndWithoutAWindow) {
   expect_sample(message, 5);
 }
 
+TEST(HookedMessage, OfAnyWindowIsAlsoOneOfNone) {
+  mrHookedMessage message = {};
+  MSG posted = {nullptr, WM_COMMAND, 0x123456789A, -7, 0, {0, 0}};
+  ASSERT_TRUE(read_any_hooked_message(hookGetMessage, reinterpret_cast<LPARAM>(&posted), message));
+  EXPECT_EQ(nullptr, message.window);
+  EXPECT_EQ(static_cast<UINT>(WM_COMMAND), message.message);
+  EXPECT_EQ(-7, message.lparam);
+  EXPECT_FALSE(read_any_hooked_message(hookCbt, reinterpret_cast<LPARAM>(&posted), message));
+}
+
 TEST(HookedClassName, IsThatOfTheWindowAndEmptyForNone) {
   const mrTestFrame frame("SomeClass");
   EXPECT_STREQ("SomeClass", hooked_class_name(frame));
