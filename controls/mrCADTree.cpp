@@ -4,7 +4,6 @@
 #include "hooks/mrIdentity.h"
 
 #include <cstring>
-#include <new>
 
 namespace {
 
@@ -71,7 +70,7 @@ static CString make_change(const kvtCADTreeChange& change) {
   }
 }
 
-mrTreeView* mrCADTreeFactory::get_action(HWND tree) { return new (std::nothrow) mrCADTree(tree, this); }
+mrTreeView* mrCADTreeFactory::get_action(HWND tree) { return make_action<mrCADTree>(tree, this); }
 
 void mrCADTreeFactory::copy_data(void* data) {
   const mrCADTreeRec& rec = *static_cast<const mrCADTreeRec*>(data);

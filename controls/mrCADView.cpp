@@ -82,67 +82,60 @@ void mrCADViewFactory::copy_data(void* data) {
   if (!is_mouse_button_message(rec.message))
     return;
   const mrViewState state = read_view(rec.window);
-  mrCADView* mouse = nullptr;
-  switch (mouse_gesture(rec.message)) {
-  case mousePress:
-    mouse = build_press(rec, state);
-    break;
-  case mouseRelease:
-    mouse = build_release(rec, state);
-    break;
-  case mouseDoubleClick:
-    mouse = build_double_click(rec, state);
-    break;
-  }
+  mrBaseWindowActionStruct mouse = mouse_action(actionMouseDown, rec.message, rec.wparam, rec.lparam);
+  const bool is_new_action = build_mouse(rec, state, mouse);
   // A changed camera comes before the mouse statement that depends on it.
   record_camera(rec.window, state);
-  if (mouse)
-    get_recorder()->get_actions().AddTail(mouse);
+  if (is_new_action)
+    append_mouse_statement<mrCADView>(rec.window, mouse, mouse_statement(mouse, state.width, state.height));
 }
 
-mrCADView* mrCADViewFactory::new_mouse_action(const mrBaseWindowActionStruct& mouse, HWND view,
-                                              const mrViewState& state) {
-  mrCADView* const action = new mrCADView(view, this);
-  action->set_action_struct(mouse);
-  action->set_action_string(mouse_statement(mouse, state.width, state.height));
-  return action;
-}
-
-mrCADView* mrCADViewFactory::build_press(const mrCADViewRec& rec, const mrViewState& state) {
-  return new_mouse_action(mouse_action(actionMouseDown, rec.message, rec.wparam, rec.lparam), rec.window,
-                          state);
-}
-
-mrCADView* mrCADViewFactory::build_release(const mrCADViewRec& rec, const mrViewState& state) {
-  mrCADView* const press = last_action_on<mrCADView>(rec.window);
-  if (!press || press->get_action_struct().kind != actionMouseDown)
-    return nullptr;
-
-  mrBaseWindowActionStruct mouse = mouse_action(actionClick, rec.message, rec.wparam, rec.lparam);
-  if (is_same_button_and_place(press->get_action_struct(), mouse)) {
-    press->set_action_struct(mouse);
-    press->set_action_string(mouse_statement(mouse, state.width, state.height));
-    return nullptr;
+bool mrCADViewFactory::build_mouse(const mrCADViewRec& rec, const mrViewState& state,
+                                   mrBaseWindowActionStruct& mouse) {
+  switch (mouse_gesture(rec.message)) {
+  case mouseRelease:
+    return build_release(rec.window, state, mouse);
+  case mouseDoubleClick:
+    return build_double_click(rec.window, state, mouse);
+  case mousePress:
+    break;
   }
-  if (!has_moved(rec.window, state)) {
+  return true;
+}
+
+bool mrCADViewFactory::build_release(HWND view, const mrViewState& state, mrBaseWindowActionStruct& mouse) {
+  mrCADView* const press = last_action_on<mrCADView>(view);
+  if (!press || press->get_action_struct().kind != actionMouseDown)
+    return false;
+  if (is_same_button_and_place(press->get_action_struct(), mouse)) {
+    mouse.kind = actionClick;
+    turn_into(*press, mouse, state);
+    return false;
+  }
+  if (!has_moved(view, state)) {
     mouse.kind = actionMouseUp;
-    return new_mouse_action(mouse, rec.window, state);
+    return true;
   }
   // The drag moved the camera: the camera statement says all there is to say.
   delete get_recorder()->get_actions().RemoveTail();
-  return nullptr;
+  return false;
 }
 
-mrCADView* mrCADViewFactory::build_double_click(const mrCADViewRec& rec, const mrViewState& state) {
-  const mrBaseWindowActionStruct mouse = mouse_action(actionDoubleClick, rec.message, rec.wparam, rec.lparam);
-  mrBaseWindow* const click = last_action_on<mrBaseWindow>(rec.window);
-  if (click && click->get_action_struct().kind == actionClick &&
-      is_same_button_and_place(click->get_action_struct(), mouse)) {
-    click->set_action_struct(mouse);
-    click->set_action_string(mouse_statement(mouse, state.width, state.height));
-    return nullptr;
-  }
-  return new_mouse_action(mouse, rec.window, state);
+bool mrCADViewFactory::build_double_click(HWND view, const mrViewState& state,
+                                          mrBaseWindowActionStruct& mouse) {
+  mouse.kind = actionDoubleClick;
+  mrBaseWindow* const click = last_action_on<mrBaseWindow>(view);
+  const bool completes_click = click && click->get_action_struct().kind == actionClick &&
+                               is_same_button_and_place(click->get_action_struct(), mouse);
+  if (completes_click)
+    turn_into(*click, mouse, state);
+  return !completes_click;
+}
+
+void mrCADViewFactory::turn_into(mrBaseWindow& action, const mrBaseWindowActionStruct& mouse,
+                                 const mrViewState& state) {
+  action.set_action_struct(mouse);
+  action.set_action_string(mouse_statement(mouse, state.width, state.height));
 }
 
 bool mrCADViewFactory::has_moved(HWND view, const mrViewState& state) const {

@@ -54,10 +54,13 @@ private:
   };
   static mrViewState read_view(HWND view);
 
-  mrCADView* build_press(const mrCADViewRec& rec, const mrViewState& state);
-  mrCADView* build_release(const mrCADViewRec& rec, const mrViewState& state);
-  mrCADView* build_double_click(const mrCADViewRec& rec, const mrViewState& state);
-  mrCADView* new_mouse_action(const mrBaseWindowActionStruct& mouse, HWND view, const mrViewState& state);
+  // What the message makes of the last action. True when it needs an action of its own, which mouse
+  // describes.
+  bool build_mouse(const mrCADViewRec& rec, const mrViewState& state, mrBaseWindowActionStruct& mouse);
+  bool build_release(HWND view, const mrViewState& state, mrBaseWindowActionStruct& mouse);
+  bool build_double_click(HWND view, const mrViewState& state, mrBaseWindowActionStruct& mouse);
+  static void turn_into(mrBaseWindow& action, const mrBaseWindowActionStruct& mouse,
+                        const mrViewState& state);
   void record_camera(HWND view, const mrViewState& state);
   bool has_moved(HWND view, const mrViewState& state) const;
 

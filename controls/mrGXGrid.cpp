@@ -5,7 +5,6 @@
 #include "model/mrRecorder.h"
 
 #include <cstring>
-#include <new>
 
 namespace {
 
@@ -80,7 +79,7 @@ void mrGXGridFactory::copy_data(void* data) {
   if (last && last->is(rec.grid, rec.row, rec.column))
     last->set_action_string(statement);
   else
-    append_action(new (std::nothrow) mrGXGrid(rec.grid, this, rec.row, rec.column), statement);
+    append_action(make_action<mrGXGrid>(rec.grid, this, rec.row, rec.column), statement);
 }
 
 mrContextMenuRes mrGXGridFactory::context_menu_invoke(HWND /*window*/, const char* /*name*/,

@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <new>
 
 namespace {
 
@@ -111,7 +110,7 @@ void mrOptionTreeFactory::copy_data(void* data) {
   if (last && last->is(rec.tree, rec.item))
     last->set_action_string(statement);
   else
-    append_action(new (std::nothrow) mrOptionTree(rec.tree, this, rec.item), statement);
+    append_action(make_action<mrOptionTree>(rec.tree, this, rec.item), statement);
 }
 
 mrContextMenuRes mrOptionTreeFactory::context_menu_invoke(HWND /*window*/, const char* /*class_name*/,

@@ -9,7 +9,6 @@
 #include <commctrl.h>
 
 #include <cstring>
-#include <new>
 
 // A command follows the end of its popups, focus or menu loop within this time, or it is none of the gesture.
 constexpr DWORD gesture_end_ms = 1000;
@@ -51,13 +50,7 @@ void mrToolBarFactory::copy_data(void* data) {
     return;
   if (is_mouse_context_menu(header) && !is_context_menu_recorded(header))
     return;
-  mrToolBar* action = nullptr;
-  try {
-    action = new mrToolBar(header, this);
-  } catch (const std::bad_alloc&) {
-    // A null entry keeps the place of an action that could not be made.
-  }
-  get_recorder()->get_actions().AddTail(action);
+  get_recorder()->get_actions().AddTail(make_action<mrToolBar>(header, this));
 }
 
 // The first recorder that claims the menu decides.

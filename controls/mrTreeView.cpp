@@ -4,7 +4,6 @@
 
 #include <cstring>
 #include <string>
-#include <new>
 
 namespace {
 
@@ -128,7 +127,7 @@ CString mrTreeViewFactory::get_num_path(HWND tree, HTREEITEM item) {
   return path;
 }
 
-mrTreeView* mrTreeViewFactory::get_action(HWND tree) { return new (std::nothrow) mrTreeView(tree, this); }
+mrTreeView* mrTreeViewFactory::get_action(HWND tree) { return make_action<mrTreeView>(tree, this); }
 
 void mrTreeViewFactory::copy_data(void* data) {
   const mrTreeViewRec& rec = *static_cast<const mrTreeViewRec*>(data);

@@ -149,9 +149,7 @@ void mrWindowFactory::turn_into(mrBaseWindow* action, const mrBaseWindowActionSt
 }
 
 void mrWindowFactory::append_mouse_action(HWND window, const mrBaseWindowActionStruct& mouse) {
-  mrBaseWindow* const action = new mrBaseWindow(window, this);
-  action->set_action_struct(mouse);
-  append_action(action, mouse_statement(mouse));
+  append_mouse_statement<mrBaseWindow>(window, mouse, mouse_statement(mouse));
 }
 
 mrContextMenuRes mrWindowFactory::context_menu_invoke(HWND window, const char* /*name*/,

@@ -91,6 +91,16 @@ protected:
     return action && action->get_path()[0]->window == window ? action : nullptr;
   }
 
+  // A new action of class ACTION; null when there is no memory for it or its path. Recorder process.
+  template <class ACTION, class... ARGUMENTS>
+  static ACTION* make_action(const ARGUMENTS&... arguments) {
+    try {
+      return new ACTION(arguments...);
+    } catch (const std::bad_alloc&) {
+      return nullptr;
+    }
+  }
+
   // Appends an action with its statement to the recorder's list, which owns it from then on; a null entry for
   // an action that could not be made. Recorder process.
   void append_action(mrBaseWindow* action, const CString& statement);
@@ -98,7 +108,16 @@ protected:
   // Appends an action of class ACTION, made from (window, this), with its statement. Recorder process.
   template <class ACTION>
   void append_statement(HWND window, const CString& statement) {
-    append_action(new (std::nothrow) ACTION(window, this), statement);
+    append_action(make_action<ACTION>(window, this), statement);
+  }
+
+  // The same for a gesture of the mouse. Recorder process.
+  template <class ACTION>
+  void append_mouse_statement(HWND window, const mrBaseWindowActionStruct& mouse, const CString& statement) {
+    ACTION* const action = make_action<ACTION>(window, this);
+    if (action)
+      action->set_action_struct(mouse);
+    append_action(action, statement);
   }
 
   // The same, unless the last action is of that class and on that window: it takes the statement then, so
