@@ -307,6 +307,17 @@ TEST_F(CADTreeContextMenu, IsRecordedAsATreesOnTheCADTree) {
   EXPECT_NE(nullptr, dynamic_cast<mrCADTree*>(recorder.last_action()));
 }
 
+TEST_F(CADTreeContextMenu, IsClaimedUnderTheClassOfItsDeclarationsToo) {
+  tree.select(first);
+  recorder.clear_actions();
+  const RECT row = tree.row(first);
+  EXPECT_EQ(contextMenuRecorded, invoke(factoryCadTree, row.left + 2, row.top + 2, "CADTreeClass"));
+  EXPECT_THAT(recorder.statements(), ElementsAre("ContextMenu(true);"));
+  EXPECT_NE(nullptr, dynamic_cast<mrCADTree*>(recorder.last_action()));
+  tree.answer = 0;
+  EXPECT_EQ(contextMenuNotClaimed, invoke(factoryCadTree, row.left + 2, row.top + 2, "CADTreeClass"));
+}
+
 TEST_F(CADTreeContextMenu, OfAnOrdinaryTreeIsLeftToTheTreeView) {
   tree.answer = 0;
   EXPECT_EQ(contextMenuNotClaimed, invoke(factoryCadTree, 2, 2));

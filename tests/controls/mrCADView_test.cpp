@@ -1,5 +1,7 @@
 // The CAD view recorder: what it uploads, what becomes of it, and how a view is declared.
 #include "controls/mrCADView.h"
+
+#include "controls/mrWindow.h"
 #include "hooks/mrDispatcher.h"
 #include "hooks/mrHostMessages.h"
 #include "tests/support/recording.h"
@@ -49,6 +51,11 @@ protected:
   }
   void receive(UINT message, int x, int y, WPARAM keys = 0) {
     recorder.receive(factoryCadView, rec(message, x, y, keys));
+  }
+
+  // The same as the generic recorder has it.
+  void receive_window(UINT message, int x, int y, WPARAM keys = 0) {
+    recorder.receive(factoryWindow, mrWindowRec{windowMouse, 0, view, message, 0, keys, at(x, y)});
   }
 
   mrTestFrame frame;
@@ -145,6 +152,18 @@ TEST_F(CADView, DoubleClickTakesThePlaceOfItsFirstClick) {
   receive(WM_LBUTTONUP, 10, 20);  // the second release follows no press
   EXPECT_EQ((Statements{camera, "DoubleClick(1, 10, 20, 201, 101, 0);"}), recorder.statements());
   EXPECT_EQ(actionDoubleClick, recorder.last_action()->get_action_struct().kind);
+}
+
+// The window was no view yet when the generic recorder took its first click.
+TEST_F(CADView, DoubleClickTakesThePlaceOfAClickOfTheGenericRecorder) {
+  receive_window(WM_LBUTTONDOWN, 10, 20, MK_LBUTTON);
+  receive_window(WM_LBUTTONUP, 10, 20);
+  mrBaseWindow* const click = recorder.last_action();
+  ASSERT_EQ(nullptr, dynamic_cast<mrCADView*>(click));
+  receive(WM_LBUTTONDBLCLK, 10, 20, MK_LBUTTON | MK_SHIFT);
+  EXPECT_EQ((Statements{"DoubleClick(1, 10, 20, 201, 101, 4);", camera}), recorder.statements());
+  EXPECT_EQ(actionDoubleClick, click->get_action_struct().kind);
+  EXPECT_EQ(MK_SHIFT, click->get_action_struct().key_state);
 }
 
 TEST_F(CADView, DoubleClickAtAnotherPlaceStandsForItself) {
@@ -257,6 +276,57 @@ TEST_F(CADView, ContextMenuElsewhereKeepsTheClick) {
   factory().context_menu_invoke(view, "SomeHostView", CPoint(11, 20));
   EXPECT_EQ((Statements{camera, "Click(2, 10, 20, 201, 101, 0);", "ContextMenu(11, 20, 201, 101);"}),
             recorder.statements());
+}
+
+// Whatever a right button did last at the menu's place was the click that opened it.
+TEST_F(CADView, ContextMenuTakesThePlaceOfAPressOrAReleaseToo) {
+  receive(WM_RBUTTONDOWN, 10, 20, MK_RBUTTON);
+  factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20));
+  EXPECT_EQ((Statements{camera, "ContextMenu(10, 20, 201, 101);"}), recorder.statements());
+  receive(WM_RBUTTONDOWN, 1, 1, MK_RBUTTON);
+  receive(WM_RBUTTONUP, 10, 20);
+  factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20));
+  EXPECT_EQ((Statements{camera, "ContextMenu(10, 20, 201, 101);", "MouseDown(2, 1, 1, 201, 101, 0);",
+                        "ContextMenu(10, 20, 201, 101);"}),
+            recorder.statements());
+}
+
+TEST_F(CADView, ContextMenuTakesThePlaceOfARightClickOfTheGenericRecorder) {
+  receive_window(WM_RBUTTONDOWN, 10, 20, MK_RBUTTON);
+  receive_window(WM_RBUTTONUP, 10, 20);
+  ASSERT_EQ((Statements{"Click(2, 10, 20, 0);"}), recorder.statements());
+  factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20));
+  EXPECT_EQ((Statements{"ContextMenu(10, 20, 201, 101);"}), recorder.statements());
+}
+
+TEST_F(CADView, ContextMenuKeepsClicksOfOtherButtonsAndDoubleClicks) {
+  receive(WM_LBUTTONDOWN, 10, 20, MK_LBUTTON);
+  receive(WM_LBUTTONUP, 10, 20);
+  factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20));
+  receive(WM_RBUTTONDBLCLK, 10, 20, MK_RBUTTON);
+  factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20));
+  EXPECT_EQ((Statements{camera, "Click(1, 10, 20, 201, 101, 0);", "ContextMenu(10, 20, 201, 101);",
+                        "DoubleClick(2, 10, 20, 201, 101, 0);", "ContextMenu(10, 20, 201, 101);"}),
+            recorder.statements());
+}
+
+// It has no kind, as a camera statement has none.
+TEST_F(CADView, ContextMenuIsTakenOffByTheNextMovedCamera) {
+  receive(WM_RBUTTONDOWN, 10, 20, MK_RBUTTON);
+  receive(WM_RBUTTONUP, 10, 20);
+  factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20));
+  EXPECT_EQ(actionNone, recorder.last_action()->get_action_struct().kind);
+  view.position = "eye 4 5 6";
+  receive(WM_LBUTTONDOWN, 30, 20, MK_LBUTTON);
+  EXPECT_EQ((Statements{camera, "SetCameraPosition(\"eye 4 5 6\", 201, 101);",
+                        "MouseDown(1, 30, 20, 201, 101, 0);"}),
+            recorder.statements());
+}
+
+TEST_F(CADView, LastActionWithoutAPathIsAnInvalidArgument) {
+  recorder.get_actions().AddTail(new mrBaseWindow(nullptr, &factory()));
+  EXPECT_THROW(receive(WM_LBUTTONDBLCLK, 10, 20, MK_LBUTTON), CInvalidArgException);
+  EXPECT_THROW(factory().context_menu_invoke(view, "SomeHostView", CPoint(10, 20)), CInvalidArgException);
 }
 
 TEST_F(CADView, LeavesTheContextMenuOfAnotherWindow) {

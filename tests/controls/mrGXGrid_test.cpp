@@ -2,13 +2,18 @@
 #include "controls/mrGXGrid.h"
 #include "hooks/mrDispatcher.h"
 #include "hooks/mrHostMessages.h"
+#include "tests/support/debug_lines.h"
 #include "tests/support/recording.h"
 #include "tests/support/tape.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstring>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
 
 namespace {
 
@@ -24,6 +29,8 @@ public:
       if (wparam == mr_grid_request_text) {
         mrGXGridTextRequest& request = *reinterpret_cast<mrGXGridTextRequest*>(lparam);
         asked = request;
+        if (!fills_text)
+          return true;
         // As a grid does: cut to the buffer, the final zero included.
         snprintf(request.text, request.capacity, "%s", cell_text.c_str());
       }
@@ -33,6 +40,7 @@ public:
 
   LRESULT answer = mr_identity_answer;
   std::string cell_text = "42";
+  bool fills_text = true;
   mrGXGridTextRequest asked = {};
   int questions = 0;
 };
@@ -112,6 +120,7 @@ TEST_F(GXGridRecognition, LeavesTheMessageWithoutACellAndEveryOther) {
   play_tape(factory(), uploads,
             {{hookCallWndProc, frame, mr_grid_cell_changed, 0, 0, left, none},
              {hookCallWndProc, frame, mr_grid_cell_changed, 0, 7, left, none},
+             {hookCallWndProc, frame, mr_grid_cell_changed, 0, 0xFFFF, left, none},  // the last no-address
              {hookCallWndProcRet, frame, mr_grid_cell_changed, 0, cell_address, left, none},
              {hookCallWndProc, frame, WM_COMMAND, 1, 0, left, none},
              {hookGetMessage, nullptr, WM_LBUTTONDOWN, 0, 0, left, none}});
@@ -124,6 +133,30 @@ TEST_F(GXGridRecognition, CutsALongCellTextToTheBuffer) {
     feed(factory(), hookCallWndProc, frame, mr_grid_cell_changed, 0, cell_address);
     EXPECT_EQ(std::string(259, 'x'), uploads.last_as<mrGXGridRec>().text) << length;
   }
+}
+
+TEST_F(GXGridRecognition, GridThatGivesNoTextHasAnEmptyCell) {
+  feed(factory(), hookCallWndProc, frame, mr_grid_cell_changed, 0, cell_address);
+  grid.fills_text = false;
+  feed(factory(), hookCallWndProc, frame, mr_grid_cell_changed, 0, cell_address);
+  ASSERT_EQ(2u, uploads.count());
+  EXPECT_STREQ("", uploads.last_as<mrGXGridRec>().text);
+}
+
+TEST_F(GXGridRecognition, DebuggerOutputFollowsTheAnnouncements) {
+  const mrDebugLines debugger;
+  play_tape(factory(), uploads,
+            {{hookCallWndProc, frame, mr_grid_cell_changed, 0, 0, left, none},
+             {hookCallWndProc, frame, mr_grid_cell_changed - 1, 0, cell_address, left, none},
+             {hookCallWndProc, grid, mr_grid_cell_changed, 0, cell_address, claimed, none}});
+  EXPECT_THAT(debugger.lines(), IsEmpty());
+  grid.answer = 0;
+  play_tape(factory(), uploads,
+            {{hookCallWndProc, frame, mr_grid_cell_changed, 0, cell_address, left, none}});
+  EXPECT_THAT(debugger.lines(), ElementsAre("notify...\n"));
+  grid.answer = mr_identity_answer;
+  EXPECT_TRUE(feed(factory(), hookCallWndProc, frame, mr_grid_cell_changed, 0, cell_address));
+  EXPECT_THAT(debugger.lines(), ElementsAre("notify...\n", "notify...\n", "Class checked...\n"));
 }
 
 TEST_F(GXGridRecognition, AsksAWindowOnceWhileTheMouseMovesOverIt) {

@@ -126,6 +126,55 @@ TEST_F(OpenSaveDialogRecognition, ReportsTheCloseBoxAsClosed) {
   EXPECT_EQ("closed", uploaded_path());
 }
 
+TEST_F(OpenSaveDialogRecognition, OtherSystemCommandsAreNoClose) {
+  FileDialog dialog(frame);
+  for (const WPARAM command : {SC_MOVE, SC_MINIMIZE, SC_CLOSE | 2})
+    EXPECT_TRUE(feed(factory(), hookGetMessage, dialog, WM_SYSCOMMAND, command)) << command;
+  send(dialog, WM_DESTROY);
+  EXPECT_NE("closed", uploaded_path());
+}
+
+// An accelerator of the program's own with the number of a button is none of the dialog's.
+TEST_F(OpenSaveDialogRecognition, ButtonsAreToldByTheirWholeCommand) {
+  FileDialog dialog(frame);
+  SetWindowTextA(dialog.name_edit, "first");
+  send(dialog, WM_COMMAND, IDOK);
+  SetWindowTextA(dialog.name_edit, "not looked at");
+  EXPECT_TRUE(send(dialog, WM_COMMAND, MAKEWPARAM(IDCANCEL, 1)));
+  EXPECT_TRUE(send(dialog, WM_COMMAND, MAKEWPARAM(IDOK, 1)));
+  send(dialog, WM_DESTROY);
+  EXPECT_EQ("C:\\models\\first", uploaded_path());
+}
+
+TEST_F(OpenSaveDialogRecognition, DialogWhosePathIsComposedIsReported) {
+  FileDialog dialog(frame);
+  SetWindowTextA(dialog.name_edit, "a.scad");
+  mrOpenSaveHandlers found;
+  ASSERT_TRUE(factory().is_open_save_dialog_message(dialog, found));
+  factory().set_last_path(found);
+  send(dialog, WM_DESTROY);
+  EXPECT_EQ("C:\\models\\a.scad", uploaded_path());
+}
+
+// Path, flag and dialog go with a copy.
+TEST_F(OpenSaveDialogRecognition, CopyOfTheFactoryReportsTheSame) {
+  FileDialog dialog(frame);
+  SetWindowTextA(dialog.name_edit, "a.scad");
+  send(dialog, WM_COMMAND, IDOK);
+  mrOpenSaveDialogFactory copy(factory());
+  send(dialog, WM_COMMAND, IDCANCEL);
+  mrOpenSaveDialogFactory assigned;
+  assigned = factory();
+  send(dialog, WM_DESTROY);
+  EXPECT_EQ("closed", uploaded_path());
+  uploads.clear();
+  feed(copy, hookCallWndProc, dialog, WM_DESTROY);
+  EXPECT_EQ("C:\\models\\a.scad", uploaded_path());
+  uploads.clear();
+  feed(assigned, hookCallWndProc, dialog, WM_DESTROY);
+  EXPECT_EQ("closed", uploaded_path());
+}
+
 TEST_F(OpenSaveDialogRecognition, OkAfterARefusedCancelIsAChoice) {
   FileDialog dialog(frame);
   SetWindowTextA(dialog.name_edit, "a.scad");

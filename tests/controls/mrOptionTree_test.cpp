@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <map>
 
@@ -239,6 +240,15 @@ TEST_F(OptionTreeRecognition, ClassOfAWindow) {
   EXPECT_TRUE(factory.check_hwnd(own));
   EXPECT_FALSE(factory.check_hwnd(dialog));
   EXPECT_FALSE(factory.check_hwnd(nullptr));
+}
+
+// A tree that names an item its own ancestor must not keep the host in the hook.
+TEST_F(OptionTreeRecognition, ClimbToTheRootIsBounded) {
+  tree.items[display].parent = grid;
+  feed(factory, hookCallWndProc, dialog, WM_NOTIFY, 7, changed(tree, step));
+  EXPECT_EQ(1000, std::count(tree.requests.begin(), tree.requests.end(), WPARAM(5)));
+  ASSERT_EQ(1u, uploads.count());
+  EXPECT_EQ(259u, strlen(uploads.last_as<mrOptionTreeRec>().path));
 }
 
 TEST_F(OptionTreeRecognition, DebuggerOutputFollowsTheNotifications) {

@@ -5,6 +5,7 @@
 #include "hooks/mrIdentity.h"
 #include "host/bcg.h"
 #include "tests/support/declared.h"
+#include "tests/support/named_ids.h"
 #include "tests/support/hooked.h"
 #include "tests/support/recording.h"
 #include "tests/support/tape.h"
@@ -255,6 +256,22 @@ TEST_F(RibCustomiserDeclaration, WidgetWithoutTextIsCalledByItsId) {
                                "RibCustomisationWidget(\"\", 7, mpRECURSIVE_SEARCH)",
                                "RibCustomisationWidget_7"};
   EXPECT_EQ(expected, declare(factory, control_info("RibCustomiserClass", 7)));
+}
+
+TEST_F(RibCustomiserDeclaration, IdIsNamedInItsDialogAndLibrary) {
+  mrIDNamer& namer = recorder.get_namer();
+  for (const char* group : {"IDM_group", "IDC_group"})
+    namer.add_constant(group, "NAME", 7);
+  name_control(namer, "samplecad", 4711, 7, "IDC_LIST");
+  mrWindowInfo info = control_info("RibCustomiserClass", 7, "Commands");
+  EXPECT_EQ("RibCustomisationWidget(\"Commands\", IDC_group.NAME)", declare(factory, info).declaration);
+  info.dialog_template_id = 4711;
+  strcpy(info.resource_library, "samplecad");
+  EXPECT_EQ((mrDeclared{declaredByControlId, "RibCustomisationWidget(\"Commands\", IDC_LIST)",
+                        "RibCustomisationWidget(\"Commands\", IDC_LIST, mpRECURSIVE_SEARCH)", "Commands"}),
+            declare(factory, info));
+  info.text[0] = '\0';
+  EXPECT_EQ("RibCustomisationWidget_IDC_LIST", declare(factory, info).identifier);
 }
 
 TEST_F(RibCustomiserDeclaration, TextIsQuotedButNotInTheIdentifier) {

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 static LPARAM at(const CPoint& point) { return at(point.x, point.y); }
 
 namespace {
@@ -20,6 +23,41 @@ mrTapeStep posted(HWND window, UINT message, WPARAM wparam, LPARAM lparam, mrTap
                   mrTapeUploads uploads = none) {
   return {hookGetMessage, window, message, wparam, lparam, answer, std::move(uploads)};
 }
+
+// A popup menu's window that answers no question for its menu from now on.
+LRESULT CALLBACK tell_no_menu(HWND window, UINT message, WPARAM wparam, LPARAM lparam) {
+  return message == get_menu_of_popup ? 0 : DefWindowProcA(window, message, wparam, lparam);
+}
+void silence(HWND popup) { SetWindowLongPtrA(popup, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(tell_no_menu)); }
+
+// A popup menu's window of a thread that has no other window.
+class ForeignPopup {
+public:
+  ForeignPopup() : m_thread(&ForeignPopup::live, this) {
+    wait_until([this] { return m_window.load() != nullptr; });
+  }
+  ~ForeignPopup() {
+    PostMessageA(m_window, WM_QUIT, 0, 0);
+    m_thread.join();
+  }
+  ForeignPopup(const ForeignPopup&) = delete;
+  ForeignPopup& operator=(const ForeignPopup&) = delete;
+  operator HWND() const { return m_window; }
+
+private:
+  void live() {
+    const HWND window =
+        CreateWindowExA(0, "#32768", nullptr, WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+    m_window = window;
+    MSG msg;
+    while (GetMessageA(&msg, nullptr, 0, 0) > 0)
+      DispatchMessageA(&msg);
+    DestroyWindow(window);
+  }
+
+  std::atomic<HWND> m_window{nullptr};
+  std::thread m_thread;
+};
 
 // The run-command stack, which is shared by all recorders of the process.
 class RunCommands : public mrWindowFactory {
@@ -676,6 +714,21 @@ TEST_F(ToolbarGesture, ChosenItemIsInTheSnapshot) {
   EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), checked}), shipped());
 }
 
+// What is known of its menu stays when a popup that is closing tells none.
+TEST_F(ToolbarGesture, ItemIsPendingInAPopupThatNoLongerTellsItsMenu) {
+  play(open_file_menu(), {
+                             sent(frame, WM_MENUSELECT, highlight(11), as_lparam(file), claimed),
+                             act("no menu any more", [this] { silence(file_popup); }),
+                             posted(file_popup, button_up_in_popup, 0, 0, claimed),
+                             act("the menu is known",
+                                 [this] { EXPECT_EQ(file, factory.get_window_by_hwnd(file_popup)->hmenu); }),
+                             sent(file_popup, WM_DESTROY, 0, 0, claimed),
+                             tick(1001),
+                             sent(view, WM_NULL, 0, 0, left,
+                                  gesture(mrTrackMainMenu, frame, 0, 0, {bar_on_file(), file_on_new()})),
+                         });
+}
+
 TEST_F(ToolbarGesture, SubmenuIsOpenedAndNotPending) {
   play(open_file_menu(), {
                              sent(frame, WM_MENUSELECT, highlight_submenu(2), as_lparam(file), claimed),
@@ -781,6 +834,18 @@ TEST_F(ToolbarGesture, AnotherGestureMayBeginWhileTheTimeRuns) {
   factory.reset();
   play(press_on_grid(), {sent(frame, WM_ENTERMENULOOP, 0, 0, claimed)});
   EXPECT_EQ(gesture(mrTrackMainMenu, frame, 0, 0, {bar_level()}), shipped());
+}
+
+// While the time runs any message may begin a gesture; on a bar it is claimed also when it begins none.
+TEST_F(ToolbarGesture, MessageOfAnotherBarThatBeginsNothingIsClaimedWhileTheTimeRuns) {
+  play(press_on_grid(), {
+                            act("the time runs", [this] { EXPECT_TRUE(factory.is_timer_set()); }),
+                            posted(new_bcg, WM_MOUSEMOVE, 0, at(5, 5), claimed),
+                            posted(old_bcg, WM_MBUTTONDOWN, MK_MBUTTON, at(5, 5), claimed),
+                            sent(old_bcg, WM_PAINT, 0, 0, claimed),
+                            sent(view, WM_PAINT, 0, 0, left),
+                        });
+  EXPECT_EQ(gesture(mrTrackToolbarClick, toolbar, on_grid().x, on_grid().y, {toolbar_on_grid()}), shipped());
 }
 
 // Deliberate: what the gesture before left on the stack stays below the context menu.
@@ -897,6 +962,25 @@ TEST_F(ToolbarGesture, RequestIsForTheWindowItNamesAtThePlaceInTheWindowThatGets
   EXPECT_EQ(gesture(mrTrackContextMenu, view, 7, 9, {}), shipped());
 }
 
+// Every step of a right click, seen by another window than the one before, gives the menu its whole time.
+TEST_F(ToolbarGesture, EachStepOfARightClickStartsTheTimeAnew) {
+  POINT place = {7, 9};
+  ClientToScreen(frame, &place);
+  play({
+      posted(view, WM_RBUTTONDOWN, MK_RBUTTON, at(1, 2), left),
+      tick(900),
+      posted(frame, WM_RBUTTONUP, 0, at(1, 2), left),
+      tick(900),
+      sent(view, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view.get()), at(place.x, place.y), claimed),
+      tick(1000),
+      act("still followed", [this] { EXPECT_TRUE(factory.is_tracking()); }),
+      sent(view, WM_NULL, 0, 0, claimed),
+      tick(1),
+      sent(view, WM_NULL, 0, 0, left),
+      act("at an end", [this] { EXPECT_FALSE(factory.is_tracking()); }),
+  });
+}
+
 // A request that goes on to the parent changes the place as long as nothing is known of the menu.
 TEST_F(ToolbarGesture, RequestThatGoesOnToTheParentTakesItsPlace) {
   POINT place = {7, 9};
@@ -964,6 +1048,18 @@ TEST_F(ToolbarGesture, PopupThatNobodyAskedForIsAContextMenuOfTheActiveWindow) {
       sent(file_popup, WM_DESTROY, 0, 0, claimed),
       posted(dialog, WM_COMMAND, 11, 0, claimed, gesture(mrTrackContextMenu, frame, -1, -1, {file_on_new()})),
   });
+}
+
+TEST_F(ToolbarGesture, PopupOfAThreadWithoutAnActiveWindowIsAContextMenuOfNoWindow) {
+  const ForeignPopup popup;
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof info;
+  ASSERT_TRUE(GetGUIThreadInfo(GetWindowThreadProcessId(popup, nullptr), &info));
+  ASSERT_EQ(nullptr, info.hwndActive);
+  play({sent(popup, WM_CREATE, 0, 0, claimed)});
+  EXPECT_EQ(gesture(mrTrackContextMenu, nullptr, -1, -1, {}), shipped());
+  EXPECT_TRUE(factory.is_in_stack(popup));
+  EXPECT_FALSE(factory.is_timer_set());
 }
 
 TEST_F(ToolbarGesture, OtherMessagesOfAPopupBeginNothing) {

@@ -4,6 +4,7 @@
 #include "hooks/mrDispatcher.h"
 #include "tests/controls/toolbar_windows.h"
 #include "tests/support/declared.h"
+#include "tests/support/named_ids.h"
 #include "tests/support/recording.h"
 
 #include <gmock/gmock.h>
@@ -334,6 +335,26 @@ TEST_F(ToolbarDeclaration, ToolbarsAreDeclaredByTextAndId) {
               declare(factory, control_info(class_name, 50)))
         << class_name;
   }
+}
+
+// Two names for one number: only dialog and library tell which of them it is. A command has no dialog.
+TEST_F(ToolbarDeclaration, IdOfAToolbarIsNamedInItsDialogAndLibrary) {
+  mrIDNamer& namer = recorder.get_namer();
+  namer.add_constant("IDM_group", "IDM_DRAW", 50);
+  namer.add_constant("IDC_group", "IDC_DRAW", 50);
+  name_control(namer, "samplecad", 4711, 50, "IDC_TOOLBAR_DRAW");
+  mrWindowInfo info = control_info("ToolbarWindow32", 50);
+  EXPECT_EQ("Toolbar(\"\", IDC_group.IDC_DRAW)", declare(factory, info).declaration);
+  info.dialog_template_id = 4711;
+  strcpy(info.resource_library, "samplecad");
+  EXPECT_EQ((mrDeclared{declaredByControlId, "Toolbar(\"\", IDC_TOOLBAR_DRAW)",
+                        "Toolbar(\"\", IDC_TOOLBAR_DRAW, mpRECURSIVE_SEARCH)", "Toolbar_IDC_TOOLBAR_DRAW"}),
+            declare(factory, info));
+
+  mrWindowInfo command = item("mrToolbarButtonClass", 50, "");
+  command.dialog_template_id = 4711;
+  strcpy(command.resource_library, "samplecad");
+  EXPECT_EQ("GetItemByID(\"\", IDM_group.IDM_DRAW)", declare(factory, command).declaration);
 }
 
 TEST_F(ToolbarDeclaration, NameFromTheHostDoesNotMatter) {
