@@ -6,7 +6,7 @@ import unittest
 
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
-from mrdrive.script import Repeatable, compare, statements, undeclared
+from mrdrive.script import Repeatable, chain, compare, functions, statements, undeclared, unnamed
 
 SCRIPT = """<job>\r
 function main()\r
@@ -19,6 +19,29 @@ function main()\r
 }\r
 function Main_host()\r
 </job>"""
+
+
+# Two items of one submenu: what both need is a function of its own.
+WAYS = """function Main_host()\r
+{\r
+  return macro_player.\r
+    MainWindow("host; 1", "", "Frame");\r
+}\r
+\r
+function PT_File()\r
+{\r
+  return Main_host().\r
+    MainMenu().\r
+      GetItemByID("&File", host.IDM_POPUP_FILE).\r
+        Expand();\r
+}\r
+\r
+function TBB_New()\r
+{\r
+  return PT_File().\r
+    GetItemByID("&New", host.IDM_FILE_NEW);\r
+}\r
+"""
 
 
 class ScriptCheck(unittest.TestCase):
@@ -57,6 +80,25 @@ class ScriptCheck(unittest.TestCase):
         self.assertEqual([], undeclared(SCRIPT))
         self.assertEqual(["Main_host"], undeclared(SCRIPT.replace("function Main_host", "function Other")))
         self.assertEqual(["Main_host"], undeclared(SCRIPT + "\r\nfunction Main_host()\r\n"))
+
+    def test_a_window_function_returns_its_calls_in_one_line(self):
+        for script in (WAYS, WAYS.replace("\r", "")):
+            self.assertEqual(
+                {"Main_host": 'macro_player.MainWindow("host; 1", "", "Frame")',
+                 "PT_File": 'Main_host().MainMenu().GetItemByID("&File", host.IDM_POPUP_FILE).Expand()',
+                 "TBB_New": 'PT_File().GetItemByID("&New", host.IDM_FILE_NEW)'}, functions(script))
+
+    def test_the_chain_of_a_window_begins_at_the_main_window(self):
+        self.assertEqual('Main_host().MainMenu().GetItemByID("&File", host.IDM_POPUP_FILE).Expand().'
+                         'GetItemByID("&New", host.IDM_FILE_NEW)', chain(WAYS, "TBB_New"))
+        self.assertEqual('macro_player.MainWindow("host; 1", "", "Frame")', chain(WAYS, "Main_host"))
+
+    def test_a_window_that_is_not_declared_has_no_chain(self):
+        self.assertEqual("", chain(WAYS, "TBB_Open"))
+
+    def test_an_item_that_is_told_by_a_number_is_named(self):
+        self.assertEqual([], unnamed(WAYS))
+        self.assertEqual(['GetItemByID("&File", 65698)'], unnamed(WAYS.replace("host.IDM_POPUP_FILE", "65698")))
 
 
 if __name__ == "__main__":

@@ -15,15 +15,14 @@ import sys
 sys.dont_write_bytecode = True
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1]))
 
-from mrdrive.desktop import ROOT, Wine, XServer, has_display, screenshot
+from mrdrive.desktop import ROOT, Wine, XServer, has_display, join_pictures, screenshot
 from mrdrive.host import SampleCad
 from mrdrive.recording import Recording
-from mrdrive.script import compare, statements, undeclared
+from mrdrive.script import chain, compare, statements, undeclared, unnamed
 from mrdrive.user import User
 from mrdrive.waiting import TimedOut
 
 from scenes import SESSIONS
-
 
 
 class Stage:
@@ -35,15 +34,22 @@ class Stage:
         self.user = User(display)
         self._display = display
         self._picture = picture
+        self._parts = []
 
     def point(self, place, name, at=None):
         """The screen point in the middle of a spot of the host, or counted from its top left corner."""
         spot = self.host.wait_for(place, name)
         return spot.at(*at) if at else spot.centre
 
-    def screenshot(self):
-        """A picture of SampleCad's frame and what stands in it."""
-        screenshot(self._display, self.host.wait_for("frame", "window").rect, self._picture)
+    def screenshot(self, place):
+        """A picture of a window of SampleCad and of what stands in it. Those of one session become one."""
+        self._parts.append(self._picture.with_name(f"{self._picture.stem}-{len(self._parts)}.png"))
+        screenshot(self._display, self.host.wait_for(place, "window").rect, self._parts[-1])
+
+    def finish_picture(self, in_a_row):
+        """The session's picture, with so many parts side by side in each row."""
+        parts = iter(self._parts)
+        join_pictures([[next(parts) for _ in range(count)] for count in in_a_row], self._picture)
 
 
 def play(stage, scenes):
@@ -57,8 +63,10 @@ def play(stage, scenes):
             step.do(stage)
             for pattern in step.records:
                 statement, position = stage.recording.wait_for_line(pattern, position)
-                print(f"  {what:28} {statement}", flush=True)
+                print(f"  {what:40} {statement}", flush=True)
                 what = ""
+            if what:
+                print(f"  {what:40} (not recorded)", flush=True)
             expected += step.records
     return expected
 
@@ -92,17 +100,29 @@ def play_session(session, display, wine, tree, out):
         stage.user.key("ctrl+Break")
     script = finish(recording)
     host.end()
+    stage.finish_picture(session.pictures_in_a_row)
+    return check(script, session, expected)
+
+
+def check(script, session, expected):
+    """What is wrong with a script, one text per finding."""
     # All windows of SampleCad belong to its frame, which therefore gets the focus once.
     findings = compare(statements(script), [re.escape("Main_SampleCad().SetFocus();"), *expected])
-    return findings + [f"not declared once: {name}" for name in undeclared(script)]
+    findings += [f"not declared once: {name}" for name in undeclared(script)]
+    findings += [f"told by a number: {item}" for item in unnamed(script)]
+    for name, way in session.ways():
+        found = chain(script, name)
+        if found != way:
+            findings.append(f"{name} is reached by {found or 'nothing'} instead of {way}")
+    return findings
 
 
-def played(tree, out):
+def played(sessions, tree, out):
     """The demo by itself, on a desktop of its own: pointer and keyboard belong to nobody else."""
     shutil.copy(pathlib.Path(__file__).with_name("gearbox.scm"), out)
     good = True
     with XServer() as server, Wine(server.display) as wine:
-        for session in SESSIONS:
+        for session in sessions:
             for finding in play_session(session, server.display, wine, tree, out):
                 print(f"./demo: {session.name}: {finding}", file=sys.stderr)
                 good = False
@@ -125,6 +145,7 @@ def interactive(tree, out):
 def main():
     parser = argparse.ArgumentParser(prog="./demo", description=__doc__)
     parser.add_argument("--interactive", action="store_true", help="leave the hands to you, on your desktop")
+    parser.add_argument("--session", choices=[session.name for session in SESSIONS], help="play only this one")
     parser.add_argument("--tree", type=pathlib.Path, required=True, help="the install tree to run")
     parser.add_argument("--out", type=pathlib.Path, default=ROOT / "out", help="where script and screenshot go")
     options = parser.parse_args()
@@ -136,7 +157,8 @@ def main():
         if options.interactive:
             good = interactive(options.tree, options.out)
         else:
-            good = played(options.tree, options.out)
+            sessions = [session for session in SESSIONS if options.session in (None, session.name)]
+            good = played(sessions, options.tree, options.out)
     except (RuntimeError, TimedOut, subprocess.SubprocessError) as error:
         print(f"./demo: {error}", file=sys.stderr)
         good = False

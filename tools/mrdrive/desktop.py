@@ -118,6 +118,18 @@ def screenshot(display, rect, path):
     subprocess.run(["import", *part, str(path)], check=True)
 
 
+def join_pictures(rows, path):
+    """One picture of several, row by row, which go away."""
+    words = ["-background", "#e8e8e8", "-bordercolor", "#e8e8e8"]
+    edge = ["-border", "5"] if sum(map(len, rows)) > 1 else []
+    for row in rows:
+        words += ["(", *map(str, row), *edge, "+append", ")"]
+    subprocess.run(["convert", *words, "-append", str(path)], check=True)
+    for row in rows:
+        for picture in row:
+            picture.unlink()
+
+
 def has_display(display):
     """Whether an X server answers there."""
     return bool(display) and subprocess.run(["xdpyinfo", "-display", display], stdout=subprocess.DEVNULL,

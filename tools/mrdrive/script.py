@@ -40,3 +40,28 @@ def undeclared(script):
     declared = re.findall(r"^function (\w+)\(\)", script, re.M)
     called = {name for line in statements(script) for name in re.findall(r"^(\w+)\(\)\.", line)}
     return sorted(name for name in called if declared.count(name) != 1)
+
+
+def functions(script):
+    """What the window functions return, by their names; each as one line without blanks between the calls."""
+    bodies = re.findall(r"^function (\w+)\(\)\r?\n\{\s*return (.*?);\s*\}", script, re.S | re.M)
+    return {name: re.sub(r"\.\s*\n\s*", ".", body.replace("\r", "")) for name, body in bodies}
+
+
+def chain(script, name):
+    """The way to a window, from the main window on; "" for a window that the script does not declare.
+
+    Windows that several others lie in are functions of their own; what they return stands in their place.
+    """
+    declared = functions(script)
+    way = declared.get(name, "")
+    while True:
+        first, rest = re.match(r"(?:(\w+)\(\))?(.*)", way, re.S).groups()
+        if first not in declared or declared[first].startswith("macro_player."):
+            return way
+        way = declared[first] + rest
+
+
+def unnamed(script):
+    """Buttons and items of menus that are told by a number: one that no header names, or a handle."""
+    return re.findall(r"GetItemByID\(.*, \d+\)", script)
