@@ -29,9 +29,13 @@ mrSession::mrSession(mrSessionRecorder& recorder, HWND recorder_window, const mr
   // Nobody uploads while nobody records: a flag that is set was left by a host that died while it uploaded,
   // and the next host would wait for it for ever.
   shared_block().busy = 0;
-  recorder.set_raw_mode(raw);
-  if (!recorder.start_recording(recorder_window, host.thread))
-    fail_already_recording();  // one that started this very moment
+  const bool raw_before = recorder.get_raw_mode();
+  recorder.set_raw_mode(raw);  // before the hooks: the first message counts
+  if (!recorder.start_recording(recorder_window, host.thread)) {
+    // One that started this very moment, and the mode is common to all processes.
+    recorder.set_raw_mode(raw_before);
+    fail_already_recording();
+  }
   if (has_all_hooks())
     return;
   const std::string reason = system_error_text();

@@ -5,7 +5,9 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -18,10 +20,17 @@ protected:
   HWND slider(int id) const { return GetDlgItem(dialog, id); }
   LRESULT pos(int id) const { return SendMessageA(slider(id), TBM_GETPOS, 0, 0); }
 
-  // The system may tell the end of one drag twice, once for the released button and once for the lost mouse.
-  static Statements without_repetition(Statements statements) {
-    statements.erase(std::unique(statements.begin(), statements.end()), statements.end());
-    return statements;
+  // What the end of a movement with the mouse leaves. Wine's track bar tells its parent of it twice, once for
+  // the released button and once for the lost mouse.
+  static Statements by_mouse(const std::string& statement) {
+    static const bool is_wine = GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version");
+    return Statements(is_wine ? 2 : 1, statement);
+  }
+  static Statements joined(std::initializer_list<Statements> parts) {
+    Statements all;
+    for (const Statements& part : parts)
+      all.insert(all.end(), part.begin(), part.end());
+    return all;
   }
 
   mrSampleCad host{"--dialog sliders"};
@@ -39,7 +48,7 @@ TEST_F(TrackBarEndToEnd, DragIsThePositionInWhichItEnds) {
   ASSERT_TRUE(recording.wait_for_statements(1));
   const LRESULT end = pos(IDC_SLIDER_HORIZONTAL);
   EXPECT_LT(50, end);
-  EXPECT_EQ((Statements{"Pos = " + std::to_string(end) + ";"}), without_repetition(recording.finish()));
+  EXPECT_EQ(by_mouse("Pos = " + std::to_string(end) + ";"), recording.finish());
 }
 
 TEST_F(TrackBarEndToEnd, EachStepOfTheKeyboardIsAStatement) {
@@ -49,8 +58,8 @@ TEST_F(TrackBarEndToEnd, EachStepOfTheKeyboardIsAStatement) {
   user.key(VK_DOWN);
   user.key(VK_NEXT);
   user.key(VK_UP);
-  EXPECT_EQ((Statements{"Pos = 50;", "Pos = 51;", "Pos = 52;", "Pos = 72;", "Pos = 71;"}),
-            without_repetition(recording.finish()));
+  EXPECT_EQ(joined({by_mouse("Pos = 50;"), {"Pos = 51;", "Pos = 52;", "Pos = 72;", "Pos = 71;"}}),
+            recording.finish());
 }
 
 TEST_F(TrackBarEndToEnd, ClickBesideTheThumbIsAPageFurther) {
@@ -58,7 +67,7 @@ TEST_F(TrackBarEndToEnd, ClickBesideTheThumbIsAPageFurther) {
   GetClientRect(slider(IDC_SLIDER_HORIZONTAL), &client);
   user.click(client_place(slider(IDC_SLIDER_HORIZONTAL), client.right - 10, client.bottom / 2));
   EXPECT_TRUE(wait_until([this] { return pos(IDC_SLIDER_HORIZONTAL) == 70; }));
-  EXPECT_EQ((Statements{"Pos = 70;"}), without_repetition(recording.finish()));
+  EXPECT_EQ(by_mouse("Pos = 70;"), recording.finish());
 }
 
 TEST_F(TrackBarEndToEnd, TwoSlidersInTurn) {
@@ -68,10 +77,12 @@ TEST_F(TrackBarEndToEnd, TwoSlidersInTurn) {
   user.click(control_of(dialog, IDC_SLIDER_VERTICAL));
   user.key(VK_DOWN);
   recording.finish();
-  EXPECT_EQ((Statements{"  Main_SampleCad().SetFocus();", "  TrackBar_2141().Pos = 50;",
-                        "  TrackBar_2141().Pos = 51;", "  TrackBar_2142().Pos = 50;",
-                        "  TrackBar_2142().Pos = 51;"}),
-            without_repetition(recording.script_lines()));
+  EXPECT_EQ(joined({{"  Main_SampleCad().SetFocus();"},
+                    by_mouse("  TrackBar_2141().Pos = 50;"),
+                    {"  TrackBar_2141().Pos = 51;"},
+                    by_mouse("  TrackBar_2142().Pos = 50;"),
+                    {"  TrackBar_2142().Pos = 51;"}}),
+            recording.script_lines());
 }
 
 TEST_F(TrackBarEndToEnd, PositionSetByTheProgramIsNotRecorded) {
