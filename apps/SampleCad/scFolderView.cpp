@@ -68,11 +68,6 @@ LRESULT scFolderView::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     if (m_selected < m_entries.size())
       tell(LBN_DBLCLK);
     return 0;
-  case WM_ERASEBKGND:
-    return TRUE;
-  case WM_PAINT:
-    paint();
-    return 0;
   default:
     return default_message(message, wparam, lparam);
   }
@@ -116,14 +111,8 @@ void scFolderView::list_items(const Add& add) const {
   }
 }
 
-void scFolderView::paint() {
-  PAINTSTRUCT paint;
-  const HDC dc = BeginPaint(handle(), &paint);
-  const RECT client = client_rect(handle());
-  FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
-  const HGDIOBJ old_font = SelectObject(dc, ui_font());
-  const HGDIOBJ old_brush = SelectObject(dc, GetStockObject(DC_BRUSH));
-  SetBkMode(dc, TRANSPARENT);
+void scFolderView::draw(HDC dc) {
+  SelectObject(dc, GetStockObject(DC_BRUSH));
   for (size_t i = 0; i < m_entries.size(); ++i) {
     RECT rect = entry_rect(i);
     if (i == m_selected) {
@@ -135,7 +124,4 @@ void scFolderView::paint() {
     rect.left += 21;
     DrawTextA(dc, m_entries[i].name, -1, &rect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
-  SelectObject(dc, old_brush);
-  SelectObject(dc, old_font);
-  EndPaint(handle(), &paint);
 }

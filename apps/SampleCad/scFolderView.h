@@ -6,12 +6,12 @@
 #pragma once
 
 #include "apps/SampleCad/scReadyFile.h"
-#include "apps/SampleCad/scWindow.h"
+#include "apps/SampleCad/scDrawnWindow.h"
 #include "framework/CString.h"
 
 #include <vector>
 
-class scFolderView : public scWindow, private scItemSource {
+class scFolderView : public scDrawnWindow, private scItemSource {
 public:
   // Before a dialog whose template names the class is opened.
   static void register_view();
@@ -25,6 +25,7 @@ public:
 
 protected:
   LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void draw(HDC dc) override;
 
 private:
   struct Entry {
@@ -36,7 +37,6 @@ private:
   void tell(int code);
   void select_at(POINT at);
   RECT entry_rect(size_t entry) const;
-  void paint();
 
   std::vector<Entry> m_entries;
   size_t m_selected = static_cast<size_t>(-1);

@@ -94,15 +94,6 @@ LRESULT scGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
                 page * (code == SB_PAGEUP));
     return 0;
   }
-  case WM_SETFOCUS:
-  case WM_KILLFOCUS:
-    InvalidateRect(handle(), nullptr, FALSE);
-    return 0;
-  case WM_ERASEBKGND:
-    return TRUE;  // paint covers every pixel
-  case WM_PAINT:
-    paint();
-    return 0;
   default:
     break;
   }
@@ -233,21 +224,13 @@ void scGrid::list_items(const Add& add) const {
     }
 }
 
-void scGrid::paint() {
-  PAINTSTRUCT paint;
-  const HDC dc = BeginPaint(handle(), &paint);
-  const RECT client = client_rect(handle());
-  FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
-  const HGDIOBJ old_font = SelectObject(dc, ui_font());
-  SetBkMode(dc, TRANSPARENT);
+void scGrid::draw(HDC dc) {
   const int last = std::min(m_rows, m_first_row + visible_rows());
   for (int column = 1; column <= columns(); ++column) {
     for (int row = m_first_row; row <= last; ++row)
       draw_cell(dc, row, column);
     draw_cell(dc, 0, column);
   }
-  SelectObject(dc, old_font);
-  EndPaint(handle(), &paint);
 }
 
 void scGrid::draw_cell(HDC dc, int row, int column) const {

@@ -8,7 +8,7 @@
 
 #include "apps/SampleCad/scInPlaceEdit.h"
 #include "apps/SampleCad/scReadyFile.h"
-#include "apps/SampleCad/scWindow.h"
+#include "apps/SampleCad/scDrawnWindow.h"
 #include "framework/CString.h"
 
 #include <cstddef>
@@ -33,7 +33,7 @@ struct scGridCellRequest {
 static_assert(sizeof(scGridCellRequest) == 24 && offsetof(scGridCellRequest, capacity) == 16,
               "written by others");
 
-class scGrid : public scWindow, private scItemSource {
+class scGrid : public scDrawnWindow, private scItemSource {
 public:
   // Before a dialog whose template names the class is opened.
   static void register_grid();
@@ -52,6 +52,7 @@ public:
 
 protected:
   LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void draw(HDC dc) override;
 
 private:
   void list_items(const Add& add) const override;
@@ -74,7 +75,6 @@ private:
   RECT cell_rect(int row, int column) const;
   bool cell_at(POINT at, int& row, int& column) const;
   int visible_rows() const;
-  void paint();
   void draw_cell(HDC dc, int row, int column) const;
 
   std::vector<CString> m_titles;

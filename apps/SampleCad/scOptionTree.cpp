@@ -73,15 +73,6 @@ LRESULT scOptionTree::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     if (on_key(wparam))
       return 0;
     break;
-  case WM_SETFOCUS:
-  case WM_KILLFOCUS:
-    InvalidateRect(handle(), nullptr, FALSE);
-    return 0;
-  case WM_ERASEBKGND:
-    return TRUE;  // paint covers every pixel
-  case WM_PAINT:
-    paint();
-    return 0;
   default:
     break;
   }
@@ -207,18 +198,10 @@ void scOptionTree::list_items(const Add& add) const {
   }
 }
 
-void scOptionTree::paint() {
-  PAINTSTRUCT paint;
-  const HDC dc = BeginPaint(handle(), &paint);
-  const RECT client = client_rect(handle());
-  FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
-  const HGDIOBJ old_font = SelectObject(dc, ui_font());
-  SetBkMode(dc, TRANSPARENT);
+void scOptionTree::draw(HDC dc) {
   const std::vector<scOption*> rows = shown();
   for (size_t row = 0; row < rows.size(); ++row)
     draw_row(dc, *rows[row], row);
-  SelectObject(dc, old_font);
-  EndPaint(handle(), &paint);
 }
 
 void scOptionTree::draw_row(HDC dc, const scOption& option, size_t row) const {

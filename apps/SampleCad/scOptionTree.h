@@ -9,7 +9,7 @@
 
 #include "apps/SampleCad/scInPlaceEdit.h"
 #include "apps/SampleCad/scReadyFile.h"
-#include "apps/SampleCad/scWindow.h"
+#include "apps/SampleCad/scDrawnWindow.h"
 #include "framework/CString.h"
 
 #include <memory>
@@ -40,7 +40,7 @@ struct scOptionChange {
 };
 static_assert(offsetof(scOptionChange, item) == sizeof(NMHDR), "the item follows the header");
 
-class scOptionTree : public scWindow, private scItemSource {
+class scOptionTree : public scDrawnWindow, private scItemSource {
 public:
   // Before a dialog whose template names the class is opened.
   static void register_tree();
@@ -53,6 +53,7 @@ public:
 
 protected:
   LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void draw(HDC dc) override;
 
 private:
   void list_items(const Add& add) const override;
@@ -66,7 +67,6 @@ private:
   static int depth(const scOption& option);
   RECT row_rect(size_t row) const;
   RECT value_rect(size_t row) const;
-  void paint();
   void draw_row(HDC dc, const scOption& option, size_t row) const;
 
   std::vector<std::unique_ptr<scOption>> m_options;  // every item after its parent

@@ -52,15 +52,6 @@ LRESULT scRibbonGrid::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     if (wparam == VK_DOWN || (wparam == VK_UP && m_current > 0))
       select(m_current + (wparam == VK_DOWN ? 1 : -1));
     return 0;
-  case WM_SETFOCUS:
-  case WM_KILLFOCUS:
-    InvalidateRect(handle(), nullptr, FALSE);
-    return 0;
-  case WM_ERASEBKGND:
-    return TRUE;  // paint covers every pixel
-  case WM_PAINT:
-    paint();
-    return 0;
   default:
     return default_message(message, wparam, lparam);
   }
@@ -89,13 +80,7 @@ void scRibbonGrid::list_items(const Add& add) const {
   }
 }
 
-void scRibbonGrid::paint() {
-  PAINTSTRUCT paint;
-  const HDC dc = BeginPaint(handle(), &paint);
-  const RECT client = client_rect(handle());
-  FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
-  const HGDIOBJ old_font = SelectObject(dc, ui_font());
-  SetBkMode(dc, TRANSPARENT);
+void scRibbonGrid::draw(HDC dc) {
   for (size_t row = 0; row < m_entries.size(); ++row) {
     RECT rect = row_rect(row);
     if (row == m_current) {
@@ -105,8 +90,6 @@ void scRibbonGrid::paint() {
     InflateRect(&rect, -8, 0);
     DrawTextA(dc, m_entries[row], -1, &rect, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
   }
-  SelectObject(dc, old_font);
-  EndPaint(handle(), &paint);
 }
 
 // ---- the widget ---------------------------------------------------------------------------------

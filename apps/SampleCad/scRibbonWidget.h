@@ -6,6 +6,7 @@
 #pragma once
 
 #include "apps/SampleCad/scReadyFile.h"
+#include "apps/SampleCad/scDrawnWindow.h"
 #include "apps/SampleCad/scWindow.h"
 #include "framework/CString.h"
 
@@ -16,19 +17,19 @@ struct scRibbonRequest {
   unsigned capacity;  // its size in characters
 };
 
-class scRibbonGrid : public scWindow, private scItemSource {
+class scRibbonGrid : public scDrawnWindow, private scItemSource {
 public:
   bool create_in(HWND widget, std::vector<CString> entries);
   const CString& selected() const { return m_entries[m_current]; }
 
 protected:
   LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void draw(HDC dc) override;
 
 private:
   void list_items(const Add& add) const override;
   void select(size_t entry);
   RECT row_rect(size_t row) const;
-  void paint();
 
   std::vector<CString> m_entries;
   size_t m_current = 0;

@@ -88,15 +88,6 @@ LRESULT scTabWindow::on_message(UINT message, WPARAM wparam, LPARAM lparam) {
     if (on_key(wparam))
       return 0;
     break;
-  case WM_SETFOCUS:
-  case WM_KILLFOCUS:
-    InvalidateRect(handle(), nullptr, FALSE);
-    return 0;
-  case WM_ERASEBKGND:
-    return TRUE;  // paint covers every pixel
-  case WM_PAINT:
-    paint();
-    return 0;
   default:
     break;
   }
@@ -137,15 +128,9 @@ bool scTabWindow::on_key(WPARAM key) {
   return true;
 }
 
-void scTabWindow::paint() {
-  PAINTSTRUCT paint;
-  const HDC dc = BeginPaint(handle(), &paint);
-  const RECT client = client_rect(handle());
-  FillRect(dc, &client, GetSysColorBrush(COLOR_BTNFACE));
-  const HGDIOBJ old_font = SelectObject(dc, ui_font());
-  const HGDIOBJ old_brush = SelectObject(dc, GetStockObject(DC_BRUSH));
-  const HGDIOBJ old_pen = SelectObject(dc, GetStockObject(DC_PEN));
-  SetBkMode(dc, TRANSPARENT);
+void scTabWindow::draw(HDC dc) {
+  SelectObject(dc, GetStockObject(DC_BRUSH));
+  SelectObject(dc, GetStockObject(DC_PEN));
   for (int index = 0; exists(index); ++index) {
     RECT rect = tab_rect(index);
     const bool is_current = index == m_current;
@@ -163,8 +148,4 @@ void scTabWindow::paint() {
       DrawFocusRect(dc, &rect);
     }
   }
-  SelectObject(dc, old_pen);
-  SelectObject(dc, old_brush);
-  SelectObject(dc, old_font);
-  EndPaint(handle(), &paint);
 }

@@ -6,7 +6,7 @@
 // the tab window.
 #pragma once
 
-#include "apps/SampleCad/scWindow.h"
+#include "apps/SampleCad/scDrawnWindow.h"
 #include "framework/CString.h"
 
 #include <vector>
@@ -17,9 +17,11 @@ UINT bcg_tab_changed();
 // Before a dialog whose template names the classes is opened.
 void register_tab_windows();
 
-class scTabWindow : public scWindow {
+class scTabWindow : public scDrawnWindow {
 protected:
   LRESULT on_message(UINT message, WPARAM wparam, LPARAM lparam) override;
+  void draw(HDC dc) override;
+  int background() const override { return COLOR_BTNFACE; }
   // The user chose another tab.
   virtual void tell_parent() = 0;
   // How the two differ when they are asked for a tab.
@@ -32,7 +34,6 @@ protected:
 
 private:
   RECT tab_rect(int index) const;
-  void paint();
   void choose(int index);
   void on_click(POINT at);
   bool on_key(WPARAM key);
