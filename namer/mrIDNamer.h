@@ -59,7 +59,7 @@ public:
   static CString get_const_file();
 
   // What a script writes for a control or command number.
-  //   - prefix: kept for the interface's sake; a qualified name begins with its group key, so it rarely matters
+  //   - prefix: kept for the interface; a qualified name begins with its group key, so it rarely matters
   //   - dialog: template number of the dialog that holds the control, 0 when not known
   //   - module: name of the host module that owns the dialog, in any case; empty when not known
   // "group.NAME" of the control; else every name of the number, joined with " | "; else the number in decimal
