@@ -1,7 +1,10 @@
 // The shortcuts of the hook path change nothing that anybody can see: a corpus of messages to every kind of
 // window runs through the dispatcher with every shortcut on and with every shortcut off, and each message is
-// claimed by the same recorder, after the same refusals, with the same uploads.
+// claimed by the same recorder, after the same refusals, with the same uploads, and leaves the recorders in
+// the same state.
+#include "controls/mrButton.h"
 #include "controls/mrGXGrid.h"
+#include "controls/mrOpenSaveDialog.h"
 #include "controls/mrOptionTree.h"
 #include "controls/mrRibCustomiser.h"
 #include "controls/mrToolBar.h"
@@ -9,8 +12,10 @@
 #include "hooks/mrHookKind.h"
 #include "hooks/mrHostMessages.h"
 #include "hooks/mrIdentity.h"
+#include "hooks/mrSharedBlock.h"
 #include "host/bcg.h"
 #include "host/kvttools.h"
+#include "tests/controls/toolbar_windows.h"
 #include "tests/support/tape.h"
 
 #include <gtest/gtest.h>
@@ -131,11 +136,15 @@ protected:
     const HWND options = add("zqpOptionTree", 0, frame);
     add("Edit", 0, add("TestFrame", 0, options));
 
-    const HWND file_dialog = add("TestFrame", WS_POPUP | DS_MODALFRAME, nullptr, 0);
+    file_dialog = add("TestFrame", WS_POPUP | DS_MODALFRAME, nullptr, 0);
     add("Edit", 0, file_dialog, 1001);
     add("SHELLDLL_DefView", 0, file_dialog, 1121);
     const HWND dialog = add("TestFrame", WS_POPUP | DS_MODALFRAME, nullptr, 0);
     add("Edit", 0, dialog, 1001);
+
+    for (const auto& window : windows)
+      targets.push_back(*window);
+    targets.push_back(popup);
   }
 
   // What every window might tell its parent, those that are recorded and those that only flood past. Fields
@@ -168,11 +177,19 @@ protected:
       if (code == TVN_SELCHANGEDA || code == LVN_ITEMCHANGED || code == TCN_SELCHANGE)
         told(frame, WM_NOTIFY, 1, reinterpret_cast<LPARAM>(&notification));
     }
-    for (const auto& window : windows) {
-      told(*window, WM_SYSCOMMAND, SC_CLOSE, 0);
-      told(*window, WM_SETFOCUS, 0, 0);
-      told(*window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window->get()), at(20, 20));
+    for (const HWND window : targets) {
+      told(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+      told(window, WM_SETFOCUS, 0, 0);
+      told(window, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(window), at(20, 20));
     }
+    told(popup, WM_CREATE, 0, 0);
+    told(popup, WM_MOVE, 0, at(30, 40));
+    told(popup, button_up_in_popup, 0, 0);
+    told(popup, WM_KEYDOWN, VK_RETURN, 0);
+    told(frame, WM_MENUSELECT, highlight(11), as_lparam(menu));
+    told(frame, WM_COMMAND, 11, 0);
+    told(file_dialog, WM_COMMAND, IDOK, 0);
+    told(file_dialog, WM_COMMAND, IDCANCEL, 0);
     told(frame, WM_HSCROLL, TB_ENDTRACK, as_lparam(slider));
     told(frame, WM_VSCROLL, SB_ENDSCROLL, as_lparam(up_down));
     told(frame, 1925, 0, as_lparam(tabs));
@@ -198,10 +215,10 @@ protected:
     for (const UINT message :
          {1925u, 1949u, host_messages().bcg_change_active_tab, BCGM_GRID_SEL_CHANGED, kvtWM_CAD_TREE_CHANGED})
       numbers.push_back(message);
-    for (const auto& window : windows) {
+    for (const HWND window : targets) {
       for (const int kind : {hookGetMessage, hookCallWndProc, hookCallWndProcRet}) {
         for (const UINT message : numbers)
-          all.push_back({kind, *window, message, 0, 0});
+          all.push_back({kind, window, message, 0, 0});
         for (const auto& control : windows) {
           for (const int code : {0, 1, 5, EN_CHANGE})
             all.push_back({kind, GetParent(*control) ? GetParent(*control) : HWND(frame), WM_COMMAND,
@@ -209,7 +226,7 @@ protected:
         }
         for (const int place : {5, 5, 70}) {
           for (UINT message = WM_MOUSEMOVE; message <= WM_MBUTTONDBLCLK; ++message)
-            all.push_back({kind, *window, message, MK_LBUTTON, at(place, 5)});
+            all.push_back({kind, window, message, MK_LBUTTON, at(place, 5)});
         }
       }
     }
@@ -224,6 +241,7 @@ protected:
     std::shuffle(all.begin(), all.end(), std::mt19937(20));
     // Between them the floods.
     std::vector<Message> flooded;
+    add_menus(flooded);  // first: nothing is followed yet
     for (size_t i = 0; i < all.size(); ++i) {
       flooded.push_back(all[i]);
       if (i % 4)
@@ -233,6 +251,24 @@ protected:
             {flood == WM_NCHITTEST ? hookCallWndProc : hookGetMessage, all[i].window, flood, 0, at(5, 5)});
     }
     return flooded;
+  }
+
+  // Whole gestures, in the order of a user: a menu whose popup is flooded before it has told its menu, after
+  // that and again.
+  void add_menus(std::vector<Message>& all) {
+    for (const UINT flood : {WM_MOUSEMOVE, WM_PAINT, WM_TIMER, WM_NCHITTEST, WM_ENTERIDLE, WM_SETCURSOR}) {
+      const Message flooding = {hookCallWndProc, popup, flood, 0, at(5, 5)};
+      all.insert(all.end(), {{hookCallWndProc, frame, WM_ENTERMENULOOP, 0, 0},
+                             {hookCallWndProc, popup, WM_CREATE, 0, 0},
+                             flooding,
+                             {hookCallWndProc, frame, WM_MENUSELECT, highlight(11), as_lparam(menu)},
+                             flooding,
+                             {hookGetMessage, popup, button_up_in_popup, 0, 0},
+                             flooding,
+                             {hookCallWndProc, popup, WM_DESTROY, 0, 0},
+                             {hookGetMessage, frame, WM_COMMAND, 11, 0},
+                             {hookCallWndProcRet, frame, WM_COMMAND, 11, 0}});
+    }
   }
 
   void dispatch(const Message& m) {
@@ -261,10 +297,46 @@ protected:
     return trace;
   }
 
+  // What the recorders remember, byte for byte: their own fields, among them the file dialog's path, and what
+  // a gesture would upload now, whose levels lie elsewhere. A short number stands for the bytes of each.
+  std::string state() {
+    std::string all;
+    const auto add = [&all](const std::string& name, const std::string& bytes) {
+      all += " " + name + ":" + std::to_string(std::hash<std::string>()(bytes));
+    };
+    for (mrActionFactory* const factory : originals) {
+      if (factory != &tool_bar)
+        add(std::to_string(static_cast<int>(factory->get_factory_type())), fields_of(*factory));
+    }
+    const mrSharedBlock& shared = shared_block();
+    add("logger", bytes_of(shared.logger_window) + bytes_of(shared.logger_candidate_window) +
+                      bytes_of(shared.logger_latch));
+    mrToolBarFactory gesture = tool_bar;
+    uploads.clear();
+    gesture.command_invoked();
+    add("gesture", uploads.last().bytes + (tool_bar.is_timer_set() ? " in time" : ""));
+    return all;
+  }
+  template <class OBJECT>
+  static std::string bytes_of(const OBJECT& object) {
+    return std::string(reinterpret_cast<const char*>(&object), sizeof object);
+  }
+  static std::string fields_of(const mrActionFactory& factory) {
+    if (const auto* const button = dynamic_cast<const mrButtonFactory*>(&factory))
+      return bytes_of(*button);
+    if (const auto* const dialog = dynamic_cast<const mrOpenSaveDialogFactory*>(&factory))
+      return bytes_of(*dialog);
+    // The others remember nothing in the host but what the base does.
+    return bytes_of(static_cast<const mrBaseWindowFactory&>(factory));
+  }
+
+  // The state belongs to the outcome of every so manieth message.
   std::vector<std::string> run(const std::vector<Message>& messages, bool shortcuts) {
-    return run(messages, shortcuts, [this](const Message& message, size_t) {
+    constexpr size_t messages_per_state = 50;
+    return run(messages, shortcuts, [this](const Message& message, size_t i) {
       mrTestClock::advance(7);
-      return outcome_of(message);
+      std::string outcome = outcome_of(message);
+      return i % messages_per_state ? outcome : outcome + state();
     });
   }
 
@@ -273,9 +345,12 @@ protected:
   std::vector<std::string> run(const std::vector<Message>& messages, bool shortcuts, OUTCOME outcome) {
     set_shortcuts(shortcuts);
     const mrTestClock clock;
-    // The snapshot of the last gesture and the record's fields of the last press outlive a recording: both
-    // runs begin with the same.
+    // The snapshot of the last gesture, the file dialog's path and the record's fields of the last press
+    // outlive a recording: both runs begin with the same.
     frame.set_answer([](UINT, WPARAM, LPARAM, LRESULT&) { return false; });
+    mrTestClock::set(100000);
+    tell_factories_of_start();  // nothing is followed
+    dispatch({hookCallWndProc, file_dialog, WM_COMMAND, IDOK, 0});
     dispatch({hookCallWndProc, frame, WM_ENTERMENULOOP, 0, 0});
     tell_factories_of_start();
     dispatch({hookGetMessage, frame, WM_MBUTTONDOWN, 0, 0});
@@ -303,7 +378,11 @@ protected:
     mrOptionTreeNotification option;
   };
 
+  TestMenu menu;
+  PopupWindow popup{menu.item(11, "New").item(12, "Open")};
   std::vector<std::unique_ptr<mrTestWindow>> windows;
+  std::vector<HWND> targets;  // of messages: the windows and the popup
+  HWND file_dialog = nullptr;
   HWND edit = nullptr;
   HWND slider = nullptr;
   HWND up_down = nullptr;
@@ -324,13 +403,16 @@ TEST_F(DispatchShortcuts, ChangeNothingThatIsClaimedUploadedOrFollowed) {
   const std::vector<std::string> on = run(messages, true);
   const std::vector<std::string> off = run(messages, false);
   size_t uploads_seen = 0;
+  size_t popups_followed = 0;
   for (size_t i = 0; i < messages.size(); ++i) {
     ASSERT_EQ(off[i], on[i]) << "message " << i << ": " << messages[i].message << " by hook "
                              << messages[i].kind;
     uploads_seen += on[i].find("upload") != std::string::npos;
+    popups_followed += on[i].find("following a popup") != std::string::npos;
   }
-  // A corpus that nobody records would prove nothing.
+  // A corpus that nobody records, or in which no menu is open, would prove nothing.
   EXPECT_GT(uploads_seen, 500u);
+  EXPECT_GT(popups_followed, 500u);
 }
 
 // A parent of all controls that changes its mind about what it is: who claims a message that nobody records
