@@ -15,7 +15,8 @@ constexpr int icon_width = 18;  // pixels
 
 // What a click on the colour icon goes through.
 constexpr COLORREF palette[] = {RGB(150, 205, 255), RGB(255, 205, 110), RGB(150, 235, 160),
-                                RGB(255, 150, 110), RGB(255, 120, 160), RGB(200, 170, 255)};
+                                RGB(255, 150, 110), RGB(255, 120, 160), RGB(200, 170, 255),
+                                RGB(255, 0, 0)};
 
 // A colour that is not of the palette is followed by its first.
 COLORREF next_colour(COLORREF colour) {

@@ -34,15 +34,15 @@ scShape made(scShapeKind kind, const char* name, const char* group, scPoint3 at,
 
 // One object per line, fields split by tabs; names hold no tabs.
 bool read_shape(const char* line, scShape& shape) {
-  char name[260] = "";
-  char group[260] = "";
-  // The widths in the format are one less than the buffers.
+  char name[max_shape_name + 1] = "";
+  char group[max_shape_name + 1] = "";
+  static_assert(max_shape_name == 400, "the width in the format");
   int kind = 0;
   unsigned colour = 0;
   int visible = 0;
   int checked = 0;
   int starred = 0;
-  if (std::sscanf(line, "%d\t%lf\t%lf\t%lf\t%lf\t%lf\t%x\t%d\t%d\t%d\t%259[^\t\r\n]\t%259[^\t\r\n]", &kind,
+  if (std::sscanf(line, "%d\t%lf\t%lf\t%lf\t%lf\t%lf\t%x\t%d\t%d\t%d\t%400[^\t\r\n]\t%400[^\t\r\n]", &kind,
                   &shape.at.x, &shape.at.y, &shape.at.z, &shape.radius, &shape.height, &colour, &visible,
                   &checked, &starred, name, group) < 11 ||
       kind < 0 || kind >= shape_kinds)

@@ -32,7 +32,7 @@ bool is_name(const CString& text) {
   for (int i = 0; i < text.GetLength(); ++i)
     if (static_cast<unsigned char>(text[i]) < ' ')
       return false;
-  return !text.IsEmpty() && text.GetLength() < 260;
+  return !text.IsEmpty() && text.GetLength() <= max_shape_name;
 }
 
 // As short as it can be: "12", "12.5".

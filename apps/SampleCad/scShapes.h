@@ -13,6 +13,10 @@ enum scShapeKind { shapeBox, shapeCylinder, shapeCone, shapeSphere, shapeTorus, 
 // "Box", "Cylinder", ...
 const char* shape_kind_name(int kind);
 
+// The longest name of an object or a group, in characters: more than anybody needs, and more than a grid's or
+// a recorder's buffer of 260 holds.
+constexpr int max_shape_name = 400;
+
 // One object of a model.
 struct scShape {
   int id = 0;  // unique in its document, from 1
