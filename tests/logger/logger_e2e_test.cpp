@@ -1,4 +1,5 @@
 // The diagnostic build end to end: SampleCad, a real mouse and keyboard, and the lines that come out.
+#include "apps/SampleCad/samplecad.dev/resource.h"
 #include "hooks/mrDispatcher.h"
 #include "hooks/mrSharedBlock.h"
 #include "tests/support/e2e.h"
@@ -69,6 +70,31 @@ TEST_F(LoggerEndToEnd, LogsWhatIsSentAndWhatReturns) {
   const std::vector<std::string> lines = recording.finish();
   EXPECT_TRUE(has_line(lines, 'S', "WM_GETTEXTLENGTH"));
   EXPECT_TRUE(has_line(lines, 'R', "WM_GETTEXTLENGTH"));
+}
+
+// The first window that is created keeps the logging to itself, also after Shift has ended it.
+TEST_F(LoggerEndToEnd, CtrlChoosesNothingAnyMoreOnceANewWindowTookTheLogging) {
+  user.move_to(client_place(bar, 20, 5));
+  user.key(VK_CONTROL);
+  ASSERT_TRUE(wait_until([&] { return shared_block().logger_window == bar; }));
+  host.finish_input();
+  PostMessageA(host.frame(), WM_COMMAND, IDM_EDIT_FIND, 0);
+  ASSERT_NE(nullptr, host.wait_for_dialog("Find"));
+  ASSERT_TRUE(wait_until([] { return shared_block().logger_latch == 1; }));
+  EXPECT_NE(bar, shared_block().logger_window);
+
+  user.move_to(client_place(bar, 30, 5));
+  user.key(VK_CONTROL);
+  host.finish_input();
+  EXPECT_NE(bar, shared_block().logger_window);
+  user.key(VK_SHIFT);
+  ASSERT_TRUE(wait_until([] { return shared_block().logger_window == nullptr; }));
+  user.move_to(client_place(bar, 40, 5));
+  user.key(VK_CONTROL);
+  host.finish_input();
+  EXPECT_EQ(bar, shared_block().logger_candidate_window);
+  EXPECT_EQ(nullptr, shared_block().logger_window);
+  EXPECT_TRUE(has_line(recording.finish(), 'S', "WM_CREATE"));
 }
 
 TEST(LoggerProgram, PrintsTheLinesAsTheyComeAndKeepsThemInAFile) {
