@@ -70,11 +70,13 @@ TEST_F(OptionTreeEndToEnd, TextEditedThreeTimesIsOneStatement) {
   EXPECT_EQ((Statements{"GetItemByPath(\"Files|Folder\").Text = \"three\";"}), recording.finish());
 }
 
-TEST_F(OptionTreeEndToEnd, TypedValueIsCutToWhatTheRecordHolds) {
+TEST_F(OptionTreeEndToEnd, LongValueIsCutToWhatTheRecordHolds) {
   Statements expected;
   for (const size_t length : {259u, 260u, 300u}) {
     const Row row = expected.size() % 2 ? rowUser : rowFolder;  // in turn: two edits of one item are one
-    edit(row, std::string(length, 'x'));
+    open_editor(row);
+    user.paste(std::string(length, 'x'));
+    user.key(VK_RETURN);
     expected.push_back(std::string("GetItemByPath(\"") + (row == rowUser ? "User name" : "Files|Folder") +
                        "\").Text = \"" + std::string(259, 'x') + "\";");
     EXPECT_TRUE(recording.wait_for_statements(expected.size()));

@@ -1,6 +1,10 @@
 #include "tests/support/user.h"
 
+#include "tests/support/test_window.h"
+
 #include <cstdlib>
+#include <cstring>
+#include <stdexcept>
 
 static void send(INPUT input) {
   if (SendInput(1, &input, sizeof input) != 1)
@@ -158,6 +162,19 @@ void mrUser::type(const std::string& text) {
       held.push_back(VK_MENU);
     key(static_cast<WORD>(scan & 0xFF), held);
   }
+}
+
+void mrUser::paste(const std::string& text) {
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+  memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
+  GlobalUnlock(memory);
+  const mrTestWindow owner("Static", "", WS_POPUP);
+  if (!wait_until([&owner] { return OpenClipboard(owner) != FALSE; }))  // somebody may be looking into it
+    throw std::runtime_error("no clipboard");
+  EmptyClipboard();
+  SetClipboardData(CF_TEXT, memory);  // which owns the memory from now on
+  CloseClipboard();
+  key('V', {VK_CONTROL});
 }
 
 POINT middle_of(HWND window) {

@@ -29,6 +29,8 @@ public:
   void key_up(WORD virtual_key);
   // Characters of the keyboard layout; others arrive as from a keyboard that has them.
   void type(const std::string& text);
+  // Copies the text from somewhere else and pastes it.
+  void paste(const std::string& text);
 
 private:
   POINT m_last_click = {-1, -1};
