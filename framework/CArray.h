@@ -20,6 +20,7 @@ public:
     m_items.push_back(item);
     return GetSize() - 1;
   }
+  void RemoveAt(ptrdiff_t index) { m_items.erase(m_items.begin() + static_cast<ptrdiff_t>(checked(index))); }
   void RemoveAll() { m_items.clear(); }
 
   TYPE& ElementAt(ptrdiff_t index) { return m_items[checked(index)]; }

@@ -45,6 +45,16 @@ CString mr_qualified_name(const CString& key, const CString& name) {
   return CString(std::move(text));
 }
 
+// A name that displaces a longer one may have been entered already, behind it.
+void mrNameArray::remove_behind(size_t place, const CString& qualified) {
+  for (size_t i = m_pairs.size(); --i > place;) {
+    if (GetAt(static_cast<ptrdiff_t>(i)) != qualified)
+      continue;
+    RemoveAt(static_cast<ptrdiff_t>(i));
+    m_pairs.erase(m_pairs.begin() + static_cast<ptrdiff_t>(i));
+  }
+}
+
 // Deliberate: plain tests of length and substring, so names of one group can displace each other as well.
 void mrNameArray::enter(const CString& name, const CString& key) {
   CString qualified = mr_qualified_name(key, name);
@@ -64,7 +74,8 @@ void mrNameArray::enter(const CString& name, const CString& key) {
     if (!near || !contains(entry, name.str()) || !contains(entry, short_key))
       continue;
     if (longer == 1) {
-      entry = qualified;
+      remove_behind(i, qualified);
+      ElementAt(static_cast<ptrdiff_t>(i)) = qualified;
       m_pairs[i] = all;
     }
     return;

@@ -62,6 +62,8 @@ public:
   void enter(const CString& name, const CString& key);
 
 private:
+  void remove_behind(size_t place, const CString& qualified);
+
   // Per name a set of its pairs of neighbouring characters, one bit each: most names are passed over by it
   // alone.
   std::vector<uint64_t> m_pairs;

@@ -44,6 +44,17 @@ TEST(Array, RaisesInvalidArgumentForAnIndexThatDoesNotExist) {
   EXPECT_THROW(numbers.SetAt(1, 8), CInvalidArgException);
 }
 
+TEST(Array, ClosesUpBehindAnElementThatIsRemoved) {
+  CArray<int, int> numbers;
+  for (const int number : {7, 8, 9})
+    numbers.Add(number);
+  numbers.RemoveAt(1);
+  ASSERT_EQ(2, numbers.GetSize());
+  EXPECT_EQ(7, numbers[0]);
+  EXPECT_EQ(9, numbers[1]);
+  EXPECT_THROW(numbers.RemoveAt(2), CInvalidArgException);
+}
+
 TEST(List, WalksBothWaysAndKeepsPositionsValid) {
   CList<int, int> numbers(10);
   numbers.AddTail(1);
