@@ -123,14 +123,31 @@ void read_sources(mrMapNamer& namer, const CString& specification) {
                                  .GetString());
 }
 
+void warn_of_stale(const std::vector<CString>& stale, const CString& folder) {
+  if (!stale.empty())
+    std::fprintf(
+        stderr,
+        "mrmap: documents that this build does not write stay in the map: %s (--clean removes them)\n",
+        list_of(stale, folder).GetString());
+}
+
+struct Options {
+  bool force = false;
+  bool clean = false;
+};
+
 // What update_def_map does, step by step: it would not tell that saving has failed, and has no place to stop
 // at for what is forced or left out. Documents are left out behind the comparison, which still needs them:
 // names of the old map are found through all of its groups.
-bool save(mrMapNamer& namer, bool force, const std::vector<CString>& left_out, const CString& target) {
-  if (namer.check_res_map(mrIDNamer::get_res_file()) != mr_result_ok && !force)
+bool save(mrMapNamer& namer, const mrMapStage& stage, const Options& options,
+          const std::vector<CString>& stale, const CString& target) {
+  if (namer.check_res_map(mrIDNamer::get_res_file()) != mr_result_ok && !options.force)
     return false;
-  for (const CString& document : left_out)
-    remove_file(document);
+  if (!options.clean)
+    expect_readable(stage, stale);
+  else
+    for (const CString& document : stale)
+      remove_file(document);
   const long result = namer.save_def_map();
   if (result < 0) {
     CString text;
@@ -150,30 +167,28 @@ void warn_of_names(const mrMapNamer& namer) {
 
 int run_build(const mrArguments& given) {
   mrArguments arguments = given;
-  const bool force = take_flag(arguments, "--force");
-  const bool clean = take_flag(arguments, "--clean");
+  Options options;
+  options.force = take_flag(arguments, "--force");
+  options.clean = take_flag(arguments, "--clean");
   expect_words(arguments, 1, "the resource-map specification");
 
   const CString target = resource_folder();
   mrMapNamer namer;
   bool saved = false;
-  std::vector<CString> stale;
   {
     Progress progress(namer);
     read_sources(namer, arguments[0]);
     mrMapStage stage(target);
     expect_room(stage, namer);
-    stale = stale_documents(stage, namer);
-    saved = save(namer, force, clean ? stale : std::vector<CString>(), target);
+    const std::vector<CString> stale = stale_documents(stage, namer);
+    // Named before anything can fail: they may be why it does.
+    if (!options.clean)
+      warn_of_stale(stale, stage.folder());
+    saved = save(namer, stage, options, stale, target);
     if (saved) {
       expect_whole(stage, namer, target);
       stage.put_in_place();
     }
-    if (!clean && saved && !stale.empty())
-      std::fprintf(
-          stderr,
-          "mrmap: documents that this build does not write stay in the map: %s (--clean removes them)\n",
-          list_of(stale, stage.folder()).GetString());
   }
   std::printf("%s\n", namer.totals().GetString());
   std::fflush(stdout);

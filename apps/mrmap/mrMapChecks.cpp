@@ -67,6 +67,24 @@ void expect_room(const mrMapStage& stage, const mrMapNamer& namer) {
     stage.expect_room("res\\" + name + ".xml");
 }
 
+void expect_readable(const mrMapStage& stage, const std::vector<CString>& stale) {
+  // Each alone, in folders of its own: the engine does not tell at which document it stopped.
+  const CString probe = stage.aside("probe");
+  for (const CString& document : stale) {
+    const CString name = document.Mid(stage.folder().GetLength() + 1);  // "headers\gone.xml"
+    for (const CString& folder : {probe, join(probe, "headers"), join(probe, "res")})
+      make_folder(folder);
+    copy_file(document, join(probe, name));
+    mrQuietNamer reader;
+    const bool readable = reader.load_res_map(join(probe, "ui_map.rcz")) >= 0;
+    remove_folder(probe);
+    if (!readable)
+      throw std::runtime_error(
+          ("the document " + name + ", which an earlier build left, cannot be read (--clean removes it)")
+              .GetString());
+  }
+}
+
 // A result of saving that says "done" is not taken for it: what counts is what can be read back.
 void expect_whole(mrMapStage& stage, const mrMapNamer& namer, const CString& target) {
   mrQuietNamer stored;

@@ -325,6 +325,44 @@ TEST_F(MapTool, DocumentsOfEarlierBuildsStayUnlessCleaned) {
   EXPECT_EQ("no group", namer.constants("gone"));
 }
 
+TEST_F(MapTool, NamesDocumentsOfEarlierBuildsAlsoWhenItRefuses) {
+  build();
+  m_installation.write("headers/gone.xml", "<constants/>");
+  tree().write("app.dev/ids.h", "#define IDD_A 101\n#define IDC_A 11\n");
+  constexpr char refusal[] = "mrmap: names would be lost, nothing was saved (--force saves all the same)\n";
+  const Mrmap refused("build " + quoted_specification());
+  EXPECT_EQ(4, refused.status());
+  EXPECT_EQ("mrmap: documents that this build does not write stay in the map: headers\\gone.xml (--clean "
+            "removes them)\n" +
+                std::string(refusal),
+            refused.err());
+  const Mrmap cleaning("build --clean " + quoted_specification());
+  EXPECT_EQ(4, cleaning.status());
+  EXPECT_EQ(refusal, cleaning.err());
+  EXPECT_TRUE(m_installation.exists("headers/gone.xml"));
+}
+
+TEST_F(MapTool, NamesADocumentOfAnEarlierBuildThatCannotBeRead) {
+  for (const char* broken : {"headers/gone.xml", "res/gone.xml"}) {
+    build();
+    m_installation.write("headers/fine.xml", "<constants/>");
+    m_installation.write(broken, "<constants>");
+    const std::string name = std::string(broken).replace(std::string(broken).find('/'), 1, "\\");
+    const std::vector<std::string> before = resource_folder();
+    const Mrmap mrmap("build " + quoted_specification());
+    EXPECT_EQ(1, mrmap.status()) << broken;
+    EXPECT_THAT(mrmap.err(), testing::StartsWith("mrmap: documents that this build does not write stay in "
+                                                 "the map: headers\\"))
+        << broken;
+    EXPECT_THAT(mrmap.err(), EndsWith("\nmrmap: the document " + name +
+                                      ", which an earlier build left, cannot be read (--clean removes it)\n"))
+        << broken;
+    EXPECT_EQ(before, resource_folder()) << "the old map is still there, whole";
+    build("--clean");
+    EXPECT_FALSE(m_installation.exists(broken));
+  }
+}
+
 TEST_F(MapTool, CleaningComparesWithTheWholeOldMap) {
   // The dialog's name is defined in a group that is gone: the old map knows its number through that group
   // alone.
