@@ -187,7 +187,7 @@ int run_build(const mrArguments& given) {
     saved = save(namer, stage, options, stale, target);
     if (saved) {
       expect_whole(stage, namer, target);
-      stage.put_in_place();
+      stage.put_in_place(namer);
     }
   }
   std::printf("%s\n", namer.totals().GetString());

@@ -1,8 +1,8 @@
 // Making the next resource map beside the one in use.
 #include "apps/mrmap/mrMapStage.h"
 
+#include "apps/mrmap/mrMapNamer.h"
 #include "apps/mrmap/mrPaths.h"
-#include "namer/mrIDNamer.h"
 
 #include <windows.h>
 
@@ -130,17 +130,36 @@ CString mrMapStage::take_archive_aside() {
   return aside(map_name);
 }
 
-void mrMapStage::put_in_place() {
+// Whoever kills this between two renames leaves a map that is whole, the old one or the new one, beside a
+// script that knows every name of it.
+void mrMapStage::put_in_place(const mrMapNamer& model) {
   try {
-    // The constants first: they know every name of both maps, as long as nothing was forced.
-    replace_file(constants_file(), constants_name);
+    replace_file(save_constants_of_both(model), constants_name);
     // As long as both folders of documents are beside it nobody reads the archive.
     replace_file(aside(map_name), map_name);
     exchange_folders();
+    // The last step: nothing is left that could fail and want it undone.
+    move(constants_file(), join(m_target, constants_name), true);
   } catch (...) {
     undo();
     throw;
   }
+}
+
+// The script for the time in which either map may be the one that is read: the new map need not have all
+// names of the old one, when it was forced or cleaned, or when groups are gone. A name of both has the new
+// number.
+CString mrMapStage::save_constants_of_both(const mrMapNamer& model) const {
+  mrQuietNamer both;
+  // Without an old map, or with what can be read of a damaged one.
+  both.load_res_map(join(m_target, map_name));
+  for (const auto& [key, group] : model.headers())
+    for (const auto& [name, value] : group->constants)
+      both.add_constant(key, name, value);
+  const CString path = aside("both.js");
+  if (both.save_all_declarations(path) != 1)
+    throw_system_error(path, "written");
+  return path;
 }
 
 // From the first rename until the last one the archive, new by now, is what is read: it needs both folders to

@@ -1,6 +1,6 @@
 // A place beside the resource map where the next one is made, so that the map in use is whole at every
 // moment: it is the old one until everything of the new one is written and read back, and the new one from a
-// single rename on.
+// single rename on. While the two are exchanged the constants script knows the names of both.
 //
 // The place is a folder in the resource folder, laid out like an installation; the environment variable
 // ZQ_APPLICATION_FOLDER leads the naming engine there. What a killed build left behind is removed by the next
@@ -10,6 +10,8 @@
 #include "framework/CString.h"
 
 #include <vector>
+
+class mrMapNamer;
 
 class mrMapStage {
 public:
@@ -31,8 +33,8 @@ public:
   // Moves the archive to where no folder of documents is beside it, for reading it back; returns its path.
   CString take_archive_aside();
 
-  // Puts the new map in place of the old one, all or nothing.
-  void put_in_place();
+  // Puts the new map, which holds this model, in place of the old one, all or nothing.
+  void put_in_place(const mrMapNamer& model);
 
 private:
   // What undoes a step: this rename; or, when nothing is there to rename, removing the file.
@@ -45,6 +47,7 @@ private:
   void copy_map();
   void leave();
   void lead_engine_to(const CString& application_folder);
+  CString save_constants_of_both(const mrMapNamer& model) const;
   void replace_file(const CString& from, const char* name);
   void exchange_folders();
   void move_and_remember(const CString& from, const CString& to);

@@ -5,6 +5,7 @@
 #include "apps/mrmap/mrMapStage.h"
 #include "apps/mrmap/mrPaths.h"
 #include "tests/namer/installation.h"
+#include "tests/namer/replaced_import.h"
 #include "tests/namer/script_engine.h"
 #include "tests/support/files.h"
 
@@ -14,6 +15,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <set>
+#include <sstream>
 #include <stdexcept>
 
 using testing::EndsWith;
@@ -92,6 +96,162 @@ TEST_F(SavedMap, IsNotWholeWithAnEmptyConstantsScript) {
 TEST_F(SavedMap, IsNotWholeWhenTheConstantsScriptCannotBeWrittenAgain) {
   CreateDirectoryA(m_stage.aside("ui_consts.js"), nullptr);
   EXPECT_THAT(check(), EndsWith(no_script));
+}
+
+// ---- putting the new map in place
+// ---------------------------------------------------------------------------------
+
+namespace {
+
+// Called behind every rename; renames_until_failure counts down to one that fails.
+std::function<void()> after_rename;
+int renames_until_failure = -1;  // never
+
+BOOL WINAPI watched_rename(const char* from, const char* to, DWORD flags) {
+  if (renames_until_failure >= 0 && renames_until_failure-- == 0) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
+  }
+  const BOOL moved = MoveFileExW(std::wstring(from, from + strlen(from)).c_str(),
+                                 std::wstring(to, to + strlen(to)).c_str(), flags);
+  const DWORD error = GetLastError();
+  if (moved && after_rename)
+    after_rename();
+  SetLastError(error);
+  return moved;
+}
+
+// The names that a constants script gives a number, as "key.NAME".
+std::set<std::string> names_of_script(const std::string& script) {
+  std::set<std::string> names;
+  std::istringstream lines(script);
+  std::string key;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.compare(0, 4, "var ") == 0)
+      key = line.substr(4, line.find('=') - 4);
+    else if (line.compare(0, 3, " o.") == 0)
+      names.insert(key + "." + line.substr(3, line.find('=') - 3));
+  }
+  return names;
+}
+
+std::set<std::string> names_of(const mrMapNamer& model) {
+  std::set<std::string> names;
+  for (const auto& [key, group] : model.headers())
+    for (const auto& [name, value] : group->constants)
+      names.insert(key.str() + "." + name.str());
+  return names;
+}
+
+struct ExchangeCase {
+  const char* name;
+  bool headers, modules, archive;  // what there is of the old map
+};
+
+constexpr ExchangeCase exchange_cases[] = {
+    // clang-format off
+    {"all of the old map",               true,  true,  true},
+    {"its archive",                      false, false, true},
+    {"its folders",                      true,  true,  false},
+    {"one folder and the archive",       true,  false, true},
+    {"the other folder and the archive", false, true,  true},
+    // clang-format on
+};
+
+// The new map lacks a name and a group of the old one, as after a build that is forced and cleans.
+class Exchange : public testing::Test {
+protected:
+  Exchange() {
+    m_old.add_constant("g", "IDC_A", 11);
+    m_old.add_constant("g", "IDC_LOST", 12);
+    m_old.add_constant("gone", "IDC_GONE", 13);
+    m_new.add_constant("g", "IDC_A", 14);
+    m_new.add_constant("g", "IDC_NEW", 15);
+  }
+  ~Exchange() override {
+    after_rename = nullptr;
+    renames_until_failure = -1;
+  }
+  void save_old(const ExchangeCase& c) {
+    remove_folder(join(m_target, "headers"));
+    remove_folder(join(m_target, "res"));
+    EXPECT_EQ(0, m_old.save_def_map()) << c.name;
+    m_case = c;
+  }
+  // Makes the new map beside the old one and puts it in place; what that throws.
+  std::string exchange() {
+    mrMapStage stage(m_target);
+    if (is_file(join(stage.folder(), "headers\\gone.xml")))
+      remove_file(join(stage.folder(), "headers\\gone.xml"));
+    EXPECT_EQ(0, m_new.save_def_map());
+    expect_whole(stage, m_new, m_target);
+    if (!m_case.headers)
+      remove_folder(join(m_target, "headers"));
+    if (!m_case.modules)
+      remove_folder(join(m_target, "res"));
+    if (!m_case.archive)
+      remove_file(join(m_target, "ui_map.rcz"));
+    const ReplacedImport rename(nullptr, "MoveFileExA", reinterpret_cast<void*>(watched_rename));
+    return failure_of([&] { stage.put_in_place(m_new); });
+  }
+  std::string script() const { return m_installation.read("ui_consts.js"); }
+  // Whether the map that is read is the new one. Expects it whole, and a script that knows its names.
+  bool expect_a_map(const std::string& when) const {
+    mrQuietNamer stored;
+    EXPECT_EQ(0, stored.load_res_map(join(m_target, "ui_map.rcz"))) << when;
+    EXPECT_NE(stored.same_model(m_old), stored.same_model(m_new)) << when;
+    const std::set<std::string> known = names_of_script(script());
+    for (const std::string& name : names_of(stored))
+      EXPECT_EQ(1u, known.count(name)) << when << ": " << name;
+    return stored.same_model(m_new);
+  }
+
+  Installation m_installation;
+  const CString m_target = m_installation.tree.path("file/ui_recording");
+  mrMapNamer m_old, m_new;
+  ExchangeCase m_case = exchange_cases[0];
+};
+
+}  // namespace
+
+TEST_F(Exchange, LeavesAWholeMapAndAScriptThatKnowsItsNamesBehindEveryRename) {
+  for (const ExchangeCase& c : exchange_cases) {
+    save_old(c);
+    int renames = 0;
+    bool is_new = false;
+    after_rename = [&] {
+      const std::string when = std::string(c.name) + ", rename " + std::to_string(++renames);
+      const bool was_new = is_new;
+      is_new = expect_a_map(when);
+      EXPECT_TRUE(is_new || !was_new) << when << ": there is no way back";
+    };
+    EXPECT_EQ("", exchange()) << c.name;
+    EXPECT_EQ(5 + c.headers + c.modules, renames) << c.name;
+    EXPECT_TRUE(is_new) << c.name;
+    EXPECT_EQ(names_of(m_new), names_of_script(script())) << c.name;
+  }
+}
+
+TEST_F(Exchange, PutsTheOldMapBackWhateverRenameFails) {
+  for (const ExchangeCase& c : exchange_cases) {
+    int failing = 0;
+    for (;; ++failing) {
+      save_old(c);
+      const std::string old_script = script();
+      const std::string when = std::string(c.name) + ", without rename " + std::to_string(failing);
+      after_rename = [&] { expect_a_map(when); };  // on the way back too
+      renames_until_failure = failing;
+      if (exchange().empty())
+        break;
+      EXPECT_FALSE(expect_a_map(when));
+      EXPECT_EQ(old_script, script()) << when;
+      EXPECT_EQ(c.headers, is_folder(join(m_target, "headers"))) << when;
+      EXPECT_EQ(c.modules, is_folder(join(m_target, "res"))) << when;
+      EXPECT_EQ(c.archive, is_file(join(m_target, "ui_map.rcz"))) << when;
+    }
+    EXPECT_EQ(5 + c.headers + c.modules, failing) << c.name << ": every rename has failed once";
+    renames_until_failure = -1;
+  }
 }
 
 // ---- names in the constants script
