@@ -86,6 +86,17 @@ HRESULT read_attribute(IXMLDOMElement* element, const mrBstr& name, CString& tex
   return hr;
 }
 
+// A document object that cannot be told to is not trusted with a document.
+HRESULT prohibit_document_types(IXMLDOMDocument* document) {
+  mrComPtr<IXMLDOMDocument2> properties;
+  const HRESULT hr =
+      document->QueryInterface(document2_interface, reinterpret_cast<void**>(properties.out()));
+  if (FAILED(hr))
+    return hr;
+  const mrBstr prohibit(L"ProhibitDTD");
+  return prohibit ? properties->setProperty(prohibit.get(), lend_bool(true)) : E_OUTOFMEMORY;
+}
+
 // An array of bytes as the document object reads them.
 HRESULT make_byte_array(const std::string& bytes, VARIANT& array) {
   SAFEARRAY* const safe_array = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
@@ -166,18 +177,12 @@ HRESULT mrXmlDocument::create() {
                         reinterpret_cast<void**>(m_document.out()));
   if (FAILED(hr))
     return hr;
-  m_document->put_validateOnParse(VARIANT_FALSE);
-  m_document->put_resolveExternals(VARIANT_FALSE);
-  // Older document objects do not know this property; they have no external entities then either.
-  mrComPtr<IXMLDOMDocument2> properties;
-  if (SUCCEEDED(
-          m_document->QueryInterface(document2_interface, reinterpret_cast<void**>(properties.out())))) {
-    const mrBstr prohibit(L"ProhibitDTD");
-    if (!prohibit)
-      return E_OUTOFMEMORY;
-    properties->setProperty(prohibit.get(), lend_bool(true));
-  }
-  return m_document->put_async(VARIANT_FALSE);
+  hr = m_document->put_validateOnParse(VARIANT_FALSE);
+  if (SUCCEEDED(hr))
+    hr = m_document->put_resolveExternals(VARIANT_FALSE);
+  if (SUCCEEDED(hr))
+    hr = prohibit_document_types(m_document.get());
+  return SUCCEEDED(hr) ? m_document->put_async(VARIANT_FALSE) : hr;
 }
 
 HRESULT mrXmlDocument::load_bytes(const std::string& bytes) {
