@@ -38,7 +38,7 @@ bool read(const CString& path, std::string& text);
 // Replaces the file. False when not everything could be written.
 bool write(const CString& path, std::string_view text);
 bool remove(const CString& path);
-// True also when the folder is there already; its parent must be.
-bool create_folder(const CString& path);
+// 0, also when the folder is there already; its parent must be. Else the system's reason, as a COM result.
+long create_folder(const CString& path);
 
 }  // namespace mrFiles

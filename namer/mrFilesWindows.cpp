@@ -150,6 +150,11 @@ bool write(const CString& path, std::string_view text) {
 
 bool remove(const CString& path) { return DeleteFileA(path) != FALSE; }
 
-bool create_folder(const CString& path) { return CreateDirectoryA(path, nullptr) || folder_exists(path); }
+long create_folder(const CString& path) {
+  if (CreateDirectoryA(path, nullptr))
+    return S_OK;
+  const DWORD error = GetLastError();  // before anything else is asked
+  return folder_exists(path) ? S_OK : HRESULT_FROM_WIN32(error);
+}
 
 }  // namespace mrFiles

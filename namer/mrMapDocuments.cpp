@@ -140,8 +140,9 @@ long mrIDNamer::save_res_map(const CString& path) {
 }
 
 long mrIDNamer::save_headers(const CString& folder) {
-  if (!mrFiles::create_folder(folder))
-    return E_FAIL;
+  const long made = mrFiles::create_folder(folder);
+  if (FAILED(made))
+    return made;
   for (const auto& [key, group] : m_headers) {
     const long result = save_header(*group, document_path(folder, key));
     if (FAILED(result))
@@ -170,8 +171,9 @@ long mrIDNamer::save_header(const mrHeader& group, const CString& path) {
 }
 
 long mrIDNamer::save_modules(const CString& folder) {
-  if (!mrFiles::create_folder(folder))
-    return E_FAIL;
+  const long made = mrFiles::create_folder(folder);
+  if (FAILED(made))
+    return made;
   for (const auto& [name, module] : m_libraries) {
     const long result = save_module(*module, document_path(folder, name));
     if (FAILED(result))
