@@ -402,6 +402,21 @@ TEST_F(StoredMap, NothingElseIsWritten) {
 // ---- the constants script at work
 // --------------------------------------------------------------------------------
 
+namespace {
+
+// "a.X | b.Y" is a.X and b.Y.
+std::vector<std::string> parts_of(const std::string& definition) {
+  constexpr std::string_view joint = " | ";
+  std::vector<std::string> parts;
+  size_t begin = 0;
+  for (size_t end; (end = definition.find(joint, begin)) != std::string::npos; begin = end + joint.size())
+    parts.push_back(definition.substr(begin, end - begin));
+  parts.push_back(definition.substr(begin));
+  return parts;
+}
+
+}  // namespace
+
 TEST(ConstantsScriptInTheEngine, KnowsEveryNameThatALookupAnswers) {
   Installation installation;
   OpenNamer namer;
@@ -433,6 +448,9 @@ TEST(ConstantsScriptInTheEngine, KnowsEveryNameThatALookupAnswers) {
       const CString definition = namer.get_definition(number, "IDC_", dialog, "m");
       joined += definition.Find(" | ") >= 0;
       EXPECT_EQ(expected, engine.evaluate(definition.str())) << definition.str();
+      // Each name on its own too: a missing one is 0 to the bitwise or.
+      for (const std::string& name : parts_of(definition.str()))
+        EXPECT_EQ(expected, engine.evaluate(name)) << name << " of " << definition.str();
     }
   }
   EXPECT_LT(10u, joined);
