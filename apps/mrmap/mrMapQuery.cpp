@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -142,12 +143,30 @@ void list_constants(const mrMapNamer& namer, const Selection& selection) {
 struct Listing {
   const char* name;
   void (*print)(const mrMapNamer& namer, const Selection& selection);
+  bool by_dialog, by_header;  // which options select in it; --module does in every list
 };
 
 constexpr Listing listings[] = {
-    {"modules", list_modules}, {"dialogs", list_dialogs},     {"controls", list_controls},
-    {"headers", list_headers}, {"constants", list_constants},
+    // clang-format off
+    {"modules",   list_modules,   false, false},
+    {"dialogs",   list_dialogs,   true,  false},
+    {"controls",  list_controls,  true,  false},
+    {"headers",   list_headers,   false, true},
+    {"constants", list_constants, false, true},
+    // clang-format on
 };
+
+// Takes the option off; given tells whether it was there, also with an empty value.
+CString take_selection(mrArguments& arguments, const char* name, bool& given) {
+  const size_t before = arguments.size();
+  const CString value = take_option(arguments, name);
+  given = arguments.size() != before;
+  return value;
+}
+
+[[noreturn]] void refuse_option(const Listing& listing, const char* option) {
+  throw mrUsageError(std::string("list ") + listing.name + " does not select by " + option);
+}
 
 }  // namespace
 
@@ -172,12 +191,17 @@ int run_list(const mrArguments& given) {
   mrArguments arguments = given;
   Selection selection;
   selection.module = take_option(arguments, "--module");
-  selection.dialog = take_option(arguments, "--dialog");
-  selection.header = take_option(arguments, "--header");
+  bool dialog_given = false, header_given = false;
+  selection.dialog = take_selection(arguments, "--dialog", dialog_given);
+  selection.header = take_selection(arguments, "--header", header_given);
   expect_words(arguments, 1, "what to list");
   for (const Listing& listing : listings) {
     if (arguments[0] != listing.name)
       continue;
+    if (dialog_given && !listing.by_dialog)
+      refuse_option(listing, "--dialog");
+    if (header_given && !listing.by_header)
+      refuse_option(listing, "--header");
     mrQuietNamer namer;
     const bool loaded = load(namer);
     listing.print(namer, selection);

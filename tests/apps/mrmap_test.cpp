@@ -181,6 +181,13 @@ TEST_F(MapTool, TellsWhatWasTypedWrongly) {
       "list",
       "list things",
       "list modules dialogs",
+      "list modules --dialog IDD_A",
+      "list modules --header app",
+      "list modules --header \"\"",
+      "list dialogs --header app",
+      "list controls --header app",
+      "list headers --dialog IDD_A",
+      "list constants --dialog IDD_A",
       "path x",
       "lookup 99999999999999999999999",
   };
@@ -567,6 +574,21 @@ TEST_F(MapTool, LetsOnlyOneBuildWork) {
   CloseHandle(lock);
 }
 
+TEST_F(MapTool, NamesTheFileThatKeepsItFromWriting) {
+  build();
+  tree().make_folder("file/ui_recording/mrmap.lock");
+  expect_failure("build " + quoted_specification(),
+                 m_installation.path("mrmap.lock").str() + " could not be written: ");
+  RemoveDirectoryA(m_installation.path("mrmap.lock"));
+
+  m_installation.write("mrmap.new", "a file");
+  expect_failure("build " + quoted_specification(),
+                 m_installation.path("mrmap.new").str() + " could not be made: ");
+  EXPECT_EQ("a file", m_installation.read("mrmap.new")) << "not ours to remove";
+  m_installation.remove("mrmap.new");
+  EXPECT_EQ(0, Mrmap("build " + quoted_specification()).status());
+}
+
 TEST_F(MapTool, RemovesWhatAKilledBuildLeft) {
   build();
   const std::vector<std::string> clean = resource_folder();
@@ -693,26 +715,61 @@ TEST_F(MapTool, WithoutAMapNumbersStayNumbers) {
 }
 
 TEST_F(MapTool, ListsWhatTheMapHolds) {
+  // Both modules have a dialog of the same name; the other one of the first is nowhere else.
+  tree().write("app.dev/ids.h", "#define IDD_A 101\n#define IDC_A 11\n#define IDM_A 11\n#define IDD_B 103\n");
+  write_script("END\nIDD_B DIALOG\nBEGIN\nEDITTEXT IDC_A, 5\nPUSHBUTTON \"OK\", IDOK, 5\n");
+  tree().write("two.dev/ids.h", "#define IDD_A 102\n#define IDC_T 12\n");
+  tree().write("two.dev/Two.rc", "#include \"ids.h\"\nIDD_A DIALOG\nBEGIN\nEDITTEXT IDC_T, 5\nEND\n");
+  tree().write("spec.xml",
+               specification("app.dev/App.rc'/><rc_file path='" + tree().root().str() + "/two.dev/Two.rc"));
   build();
   struct {
     const char* arguments;
     const char* expected;
   } const cases[] = {
-      {"modules", "app\n"},
-      {"dialogs", "app\tIDD_A\t101\n"},
-      {"controls", "app\tIDD_A\tIDC_A\t11\n"},
+      {"modules", "app\ntwo\n"},
+      {"modules --module TWO", "two\n"},
+      {"dialogs", "app\tIDD_A\t101\napp\tIDD_B\t103\ntwo\tIDD_A\t102\n"},
+      {"dialogs --module app", "app\tIDD_A\t101\napp\tIDD_B\t103\n"},
+      {"dialogs --dialog IDD_A", "app\tIDD_A\t101\ntwo\tIDD_A\t102\n"},
+      {"dialogs --dialog IDD_A --module two", "two\tIDD_A\t102\n"},
+      {"controls",
+       "app\tIDD_A\tIDC_A\t11\napp\tIDD_B\tIDOK\t1\napp\tIDD_B\tIDC_A\t11\ntwo\tIDD_A\tIDC_T\t12\n"},
+      {"controls --module two", "two\tIDD_A\tIDC_T\t12\n"},
+      {"controls --dialog IDD_A", "app\tIDD_A\tIDC_A\t11\ntwo\tIDD_A\tIDC_T\t12\n"},
       {"controls --module app --dialog IDD_A", "app\tIDD_A\tIDC_A\t11\n"},
-      {"headers", "app\ngeneral\n"},
+      {"headers", "app\ngeneral\ntwo\n"},
+      {"headers --header two", "two\n"},
+      {"headers --module app", "app\ngeneral\n"},
       {"headers --module app --header app", "app\n"},
-      {"constants", "app.IDC_A\t11\napp.IDD_A\t101\napp.IDM_A\t11\ngeneral.IDOK\t1\n"},
+      {"constants",
+       "app.IDC_A\t11\napp.IDD_A\t101\napp.IDD_B\t103\napp.IDM_A\t11\ngeneral.IDOK\t1\ntwo.IDC_T\t12\n"
+       "two.IDD_A\t102\n"},
       {"constants --header general", "general.IDOK\t1\n"},
+      {"constants --module two", "general.IDOK\t1\ntwo.IDC_T\t12\ntwo.IDD_A\t102\n"},
+      {"constants --module two --header two", "two.IDC_T\t12\ntwo.IDD_A\t102\n"},
   };
   for (const auto& c : cases) {
     const Mrmap mrmap(std::string("list ") + c.arguments);
-    EXPECT_EQ(0, mrmap.status()) << c.arguments;
+    EXPECT_EQ(0, mrmap.status()) << c.arguments << mrmap.err();
     EXPECT_EQ(c.expected, mrmap.out()) << c.arguments;
   }
   expect_failure("list dialogs --module none", "no module none");
   expect_failure("list controls --dialog IDD_NONE", "no dialog IDD_NONE");
+  expect_failure("list controls --module two --dialog IDD_B", "no dialog IDD_B");
   expect_failure("list constants --header none", "no header group none");
+  expect_failure("list headers --module two --header app", "no header group app");
+}
+
+TEST_F(MapTool, LooksForADialogsNameInAllModulesInNameOrder) {
+  tree().write("two.dev/ids.h", "#define IDD_A 102\n#define IDC_T 11\n#define IDD_T 104\n");
+  tree().write("two.dev/Two.rc", "#include \"ids.h\"\nIDD_A DIALOG\nBEGIN\nEDITTEXT IDC_T, 5\nEND\n"
+                                 "IDD_T DIALOG\nBEGIN\nEDITTEXT IDC_T, 5\nEND\n");
+  // The specification lists the later module first.
+  tree().write("spec.xml",
+               specification("two.dev/Two.rc'/><rc_file path='" + tree().root().str() + "/app.dev/App.rc"));
+  build();
+  EXPECT_EQ("app.IDC_A\n", answer("11 --dialog IDD_A"));
+  EXPECT_EQ("two.IDC_T\n", answer("11 --dialog IDD_A --module two"));
+  EXPECT_EQ("two.IDC_T\n", answer("11 --dialog IDD_T")) << "the first module has no such dialog";
 }
