@@ -4,6 +4,8 @@
 
 #include <cctype>
 
+using namespace std::string_literals;
+
 namespace {
 
 struct LineCase {
@@ -172,14 +174,19 @@ TEST(HeaderFile, AcceptsEveryKindOfLineEnd) {
   SourceTree tree;
   struct {
     const char* name;
-    const char* text;
-    const char* expected;
+    std::string text;
+    std::string expected;
   } const cases[] = {
       {"LF", "#define IDC_A 1\n#define IDC_B 2\n", "IDC_A=1 IDC_B=2"},
       {"CRLF", "#define IDC_A 1\r\n#define IDC_B 2\r\n", "IDC_A=1 IDC_B=2"},
       {"no end of the last line", "#define IDC_A 1\n#define IDC_B 2", "IDC_A=1 IDC_B=2"},
       {"CR alone ends no line", "#define IDC_A 1\r#define IDC_B 2\r", "IDC_A=1"},
-      {"a zero byte belongs to its word", "#define IDC_A 1\n", "IDC_A=1"},
+      {"a zero byte belongs to its word", "#define IDC_\0A 1\n#define IDC_B 2\n"s, "IDC_\0A=1 IDC_B=2"s},
+      {"a zero byte ends a number",
+       "#define IDC_A 1\0"
+       "2\n"s,
+       "IDC_A=1"},
+      {"a zero byte before and behind", "\0\n#define IDC_A 1\0"s, "IDC_A=1"},
       {"nothing", "", ""},
       {"only a line feed", "\n", ""},
   };

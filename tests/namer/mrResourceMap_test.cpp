@@ -207,6 +207,25 @@ TEST_F(Specification, ReportsAScriptThatFailedByItsExpandedPathAndGoesOn) {
   EXPECT_EQ(2u, m_namer.m_libraries.size());
 }
 
+TEST_F(Specification, AMissingIncludeOfASharedHeaderIsReportedOnceForAllTargets) {
+  m_installation.tree.write("a.dev/a.h", "#define IDD_A 101\n#include \"missing.h\"\n#define IDC_A 11\n");
+  EXPECT_EQ(0, process(both_targets()));
+  EXPECT_EQ((std::vector<std::string>{"Cannot find header file: missing.h",
+                                      "Failed to process required rc file '" +
+                                          m_installation.tree.path("one/One.rc").str() + "'"}),
+            m_namer.errors)
+      << "the second target takes the header as read";
+  EXPECT_EQ("a general", m_namer.groups("two"));
+  EXPECT_EQ("101 IDD_A: 11=IDC_A", m_namer.dialogs("one"));
+}
+
+TEST_F(Specification, AMissingIncludeOfEachScriptIsReportedForEach) {
+  for (const char* script : {"one/One.rc", "two/Two.rc"})
+    m_installation.tree.write(script, "#include \"missing.h\"\n");
+  EXPECT_EQ(0, process(both_targets()));
+  EXPECT_EQ(4u, m_namer.errors.size()) << "nobody has read these before";
+}
+
 TEST_F(Specification, ThatDoesNotLoadChangesNothing) {
   m_namer.m_include_paths.Add("untouched");
   EXPECT_EQ(S_FALSE, m_namer.process_spec_file(m_installation.tree.path("none.xml")));

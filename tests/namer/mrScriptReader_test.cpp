@@ -139,16 +139,143 @@ TEST_F(ScriptReader, StopsTheWholeScriptWhereAStatementBreaksOffBehindItsCaption
   }
 }
 
+TEST_F(ScriptReader, KeepsTheDialogsBeforeTheStatementThatStopsIt) {
+  EXPECT_EQ("101 IDD_A: 1=IDOK 11=IDC_NAME; 102 IDD_B: (0)",
+            read("IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nPUSHBUTTON \"OK\", IDOK, 5\nEND\n"
+                 "IDD_B DIALOG\nBEGIN\nPUSHBUTTON \"a\" IDC_OTHER, 5\nEDITTEXT IDC_NAME, 5\nEND\n"
+                 "#include \"missing.h\"\n"))
+      << "and nothing behind it";
+  EXPECT_TRUE(m_namer.errors.empty());
+}
+
+TEST_F(ScriptReader, TakesTheFirstNameWhereNothingReadableFollowsIt) {
+  for (const char* statement : {"EDITTEXT IDC_NAME \x80", "EDITTEXT IDC_NAME, \x80", "EDITTEXT IDC_NAME, \"",
+                                "EDITTEXT IDC_NAME \x80, IDC_OTHER"}) {
+    const bool runs_on = statement[std::string(statement).size() - 1] == '"';
+    EXPECT_EQ(name_recorded, read("IDD_A DIALOG\nBEGIN\n" + std::string(statement))) << statement;
+    // A byte that is no token ends the statement alone: the position has not moved past it.
+    EXPECT_EQ(runs_on ? name_recorded : "101 IDD_A: 11=IDC_NAME 12=IDC_OTHER",
+              read_statements(std::string(statement) + "\nMENUITEM\nEDITTEXT IDC_OTHER, 5"))
+        << statement;
+  }
+}
+
 TEST_F(ScriptReader, StopsWhereTheTextEndsInsideAStatement) {
   const std::string begin = "IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_OTHER, 5\n";
   const std::string before = "101 IDD_A: 12=IDC_OTHER";
   EXPECT_EQ(before + " (0)", read(begin + "LTEXT"));
   EXPECT_EQ(before + " (0)", read(begin + "LTEXT \"a\""));
   EXPECT_EQ(before + " (0)", read(begin + "LTEXT \"a\","));
+  EXPECT_EQ(before + " (0)", read(begin + "LTEXT 5"));
+  EXPECT_EQ(before + " (0)", read(begin + "LTEXT 5,"));
+  EXPECT_EQ(before, read(begin + "LTEXT 5, 6"));
   EXPECT_EQ(before, read(begin + "LTEXT \"a\", -1"));
   EXPECT_EQ("101 IDD_A: 11=IDC_NAME 12=IDC_OTHER", read(begin + "LTEXT \"a\", IDC_NAME"));
   EXPECT_EQ("101 IDD_A: 11=IDC_NAME 12=IDC_OTHER", read(begin + "EDITTEXT IDC_NAME"));
   EXPECT_EQ("101 IDD_A: 11=IDC_NAME 12=IDC_OTHER", read(begin + "EDITTEXT IDC_NAME,"));
+}
+
+TEST_F(ScriptReader, EndsWithTheResultSoFarWhereTheTextEndsOutsideAStatement) {
+  const std::string dialog = "IDD_B DIALOG\nBEGIN\nEDITTEXT IDC_OTHER, 5\nEND\n";
+  const std::string before = "102 IDD_B: 12=IDC_OTHER";
+  for (const char* end : {"IDD_A", "IDD_A ", "IDD_A\n", "IDD_A DIALOG", "IDD_A DIALOG\n", "#", "#\n", "# ",
+                          "#include", "#include\n", "#include ", "#include \"ids.h", "#define"})
+    EXPECT_EQ(before, read(dialog + end)) << end;
+  EXPECT_EQ("101 IDD_A:; " + before, read(dialog + "IDD_A DIALOG\nBEGIN")) << "it has begun";
+  EXPECT_EQ("101 IDD_A:; " + before, read(dialog + "IDD_A DIALOG\nBEGIN\nEND"));
+  EXPECT_TRUE(m_namer.errors.empty());
+}
+
+TEST_F(ScriptReader, BeginAndEndInQuotesAreTexts) {
+  EXPECT_EQ("101 IDD_A: 12=IDC_OTHER",
+            read("IDD_A DIALOG\n\"BEGIN\"\nEDITTEXT IDC_NAME, 5\nBEGIN\nEDITTEXT IDC_OTHER, 5\nEND\n"))
+      << "what stands between the two is before the dialog begins";
+  EXPECT_EQ("101 IDD_A: 11=IDC_NAME 12=IDC_OTHER",
+            read_statements("EDITTEXT IDC_NAME, 5\n\"END\"\nEDITTEXT IDC_OTHER, 5"));
+  EXPECT_EQ("", read("IDD_A DIALOG\n\"BEGIN\"\nEDITTEXT IDC_NAME, 5\nEND\n"));
+}
+
+// There is no comment handling: the signs of a comment are separators, and what it holds is read as anything
+// else is. Only a line's first token decides what the line is.
+TEST_F(ScriptReader, HasNoCommentsOutsideStatements) {
+  constexpr char whole[] = "101 IDD_A: 11=IDC_NAME";
+  const struct {
+    const char* name;
+    const char* script;
+    const char* expected;
+  } cases[] = {
+      // clang-format off
+      {"before the dialog's name it hides the dialog",
+       "/* a */ IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", ""},
+      {"in a line before the dialog it does nothing",
+       "// IDD_B DIALOG\n/* a */\nIDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"between name and DIALOG it hides the dialog",
+       "IDD_A /* a */ DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", ""},
+      {"a line between name and DIALOG hides the dialog",
+       "IDD_A\n// a\nDIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", ""},
+      {"behind the DIALOG line it does nothing",
+       "IDD_A DIALOG 0, 0, 9, 9 // BEGIN\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"a line before BEGIN does nothing",
+       "IDD_A DIALOG\n// BEGIN\n/* END */\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"before BEGIN in its line it hides it: the next dialog's BEGIN is taken",
+       "IDD_A DIALOG\n/* a */ BEGIN\nEDITTEXT IDC_OTHER, 5\nEND\n"
+       "IDD_B DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"behind BEGIN it does nothing",
+       "IDD_A DIALOG\nBEGIN // END\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"before END it hides it: the dialog goes on",
+       "IDD_A DIALOG\nBEGIN\n/* a */ END\nIDD_B DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"a line comment hides END as well",
+       "IDD_A DIALOG\nBEGIN\n// END\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"behind END it does nothing",
+       "IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND // IDD_A\nEDITTEXT IDC_OTHER, 5\n", whole},
+      {"a dialog inside a comment is read",
+       "/*\nIDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n*/\n", whole},
+      {"a statement that is commented out over two lines is read",
+       "IDD_A DIALOG\nBEGIN\n/*\nEDITTEXT IDC_NAME, 5 */\nEND\n", whole},
+      {"END inside a comment ends the dialog",
+       "IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\n/*\nEND\n*/\nEDITTEXT IDC_OTHER, 5\nEND\n", whole},
+      {"BEGIN inside a comment begins it",
+       "IDD_A DIALOG\n/*\nBEGIN\n*/\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"an open quote behind comment signs does nothing",
+       "// \"a\nIDD_A DIALOG\nBEGIN\n// don't \"\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"a comment's line that begins with an open quote runs to the next quote",
+       "/*\n\"a\n*/\nIDD_B DIALOG\nBEGIN\nEND\n\"\nIDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\nEND\n", whole},
+      {"without a next quote it ends the reading with the result so far",
+       "IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME, 5\n/*\n\"a\n*/\nEDITTEXT IDC_OTHER, 5\nEND\n"
+       "IDD_B DIALOG\nBEGIN\nEND\n", whole},
+      {"behind the name it is read into the statement's separators",
+       "IDD_A DIALOG\nBEGIN\nEDITTEXT IDC_NAME /* IDC_OTHER */, 5\nEND\n", "101 IDD_A: 12=IDC_OTHER"},
+      // clang-format on
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(c.expected, read(c.script)) << c.name;
+  EXPECT_TRUE(m_namer.errors.empty());
+}
+
+TEST_F(ScriptReader, HasNoCommentsInIncludes) {
+  const struct {
+    const char* name;
+    const char* include;
+    bool included;
+  } cases[] = {
+      {"before the sharp sign", "/* a */ #include \"ids.h\"", false},
+      {"between the sharp sign and include", "# /* a */ include \"ids.h\"", false},
+      {"right behind the sharp sign", "#/* a */include \"ids.h\"", false},
+      {"between include and the name", "#include /* a */ \"ids.h\"", false},
+      {"behind the name", "#include \"ids.h\" // the ids", true},
+      {"right behind the name", "#include \"ids.h\"/* the ids */", true},
+      {"inside a comment of several lines", "/*\n#include \"ids.h\"\n*/", true},
+      {"inside a comment of several lines, at its end", "/* a\n#include \"ids.h\" */", true},
+      {"in a line comment", "//#include \"ids.h\"", false},
+  };
+  for (const auto& c : cases) {
+    OpenNamer namer;
+    namer.m_include_paths.Add(m_tree.path("sdk"));
+    const CString path =
+        m_tree.write("app.dev/App.rc", c.include + std::string("\nIDD_A DIALOG\nBEGIN\nEND\n"));
+    EXPECT_EQ(1, namer.process_resource_file(path)) << c.name;
+    EXPECT_EQ(c.included ? nothing : "", namer.dialogs("app")) << c.name;
+  }
 }
 
 TEST_F(ScriptReader, AnIdentifierWithoutSeparatorTakesTheNextLineAlong) {
