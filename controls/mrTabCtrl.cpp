@@ -36,7 +36,8 @@ HWND changed_tab(int kind, const mrHookedMessage& msg) {
   const bool names_a_tab = msg.message == host_messages().bcg_change_active_tab ||
                            (msg.message == tab_beam_changed && kind == hookGetMessage);
   const HWND tab = reinterpret_cast<HWND>(msg.lparam);
-  // It is a number that other programs use for themselves, with whatever they like in its lParam.
+  // Deliberate: 1925 is a number that other programs use for themselves, with whatever they like in its
+  // lParam.
   return names_a_tab && IsWindow(tab) ? tab : nullptr;
 }
 

@@ -19,7 +19,8 @@ MR_API void register_factory(mrActionFactory& factory);
 MR_API mrActionFactory* get_factory(int type, bool ignore_raw_mode);
 
 // Calls on_start_record on the factories of types 1 to 17, in this order. Recorder process, before the
-// hooks are installed, and host process, when the first message comes after all hooks of a recording stand.
+// hooks are installed, and host process, with the first message that is offered once the recording's first
+// hook is known in the shared block; a message that overtakes this still belongs to the time before.
 MR_API void tell_factories_of_start();
 
 // Offers one hooked message to the factories, from type 17 down to 1 (18 in the diagnostic build), until one

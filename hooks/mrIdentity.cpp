@@ -68,7 +68,7 @@ static bool is_recorded_notification(const NMHDR* header) {
 }
 
 bool may_be_recorded(const mrHookedMessage& msg) {
-  constexpr UINT first_registered = 0xC000;
+  constexpr UINT first_of_programs = WM_APP;  // chosen by the host's libraries, or registered
   switch (msg.message) {
   case WM_NOTIFY:
     return is_recorded_notification(notification(msg));
@@ -99,7 +99,7 @@ bool may_be_recorded(const mrHookedMessage& msg) {
     return true;
   default:
     return (msg.message >= WM_LBUTTONDOWN && msg.message <= WM_MBUTTONDBLCLK) ||
-           msg.message >= first_registered;
+           msg.message >= first_of_programs;
   }
 }
 

@@ -39,7 +39,7 @@ public:
   virtual mrFactoryType get_factory_type() = 0;
 
   // A recording starts. Called in the recorder process before the hooks are installed, and in the host, on
-  // its GUI thread, before the first message of the recording is offered.
+  // its GUI thread, as the recording's first message is offered (hooks/mrDispatcher.h).
   virtual void on_start_record() = 0;
 
   // One hooked message; kind is an mrHookKind, the other arguments are the hook's. True claims the message:

@@ -35,7 +35,8 @@ constexpr char help[] =
     "list    prints what the map holds, a line each. --module selects in every list, --dialog in those of\n"
     "        dialogs and controls, --header in those of headers and constants.\n"
     "path    prints the resource folder: ..\\..\\file\\ui_recording, seen from the folder of this program\n"
-    "        or from the folder that the environment variable ZQ_APPLICATION_FOLDER names.\n"
+    "        or from the folder that the environment variable ZQ_APPLICATION_FOLDER names; where there\n"
+    "        is no such folder, P:\\devel\\utestsuite\\scriptinclude.\n"
     "\n"
     "Exit status: 0 done; 1 something could not be read, written or found (the reason is on standard\n"
     "error); 2 wrong usage; 4 names would be lost, nothing saved.\n";

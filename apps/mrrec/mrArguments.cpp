@@ -27,7 +27,7 @@ const char usage_text[] =
     "one.\n"
     "\n"
     "  --out FILE.wsf           where the script goes; an existing file is replaced at the end\n"
-    "  --raw                    mouse buttons on windows only: no controls, no commands\n"
+    "  --raw                    mouse buttons and Close on windows only: no controls, no commands\n"
     "  --ignore ID              a command that is not recorded: a number, or a name of the resource map\n"
     "  --for SECONDS            stop after this time\n"
     "  --quiet                  only the line that says what is recorded\n"

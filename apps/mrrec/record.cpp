@@ -47,6 +47,9 @@ void record_host(const mrArguments& arguments, const mrHost& host, const mrIgnor
     if (!arguments.quiet)
       lines.add(recorder.take_changed_lines());
   });
+#ifdef MR_ROUTE_LOGGER
+  print_note("warning: this is the diagnostic build, which logs messages and records nothing");
+#endif
   mrSession session(recorder, window, host, arguments.raw);
   set_ignored(recorder, ignored);
   const mrConsoleStop console_stop(window);

@@ -1,5 +1,5 @@
-// An action that cannot be made for want of memory: a null entry keeps its place in the list, whichever
-// recorder it is, and nothing is thrown at the recorder window.
+// An action that cannot be made for want of memory: a null entry keeps its place in the list, and nothing is
+// thrown at the recorder window.
 #include "controls/mrCADView.h"
 #include "controls/mrGXGrid.h"
 #include "controls/mrOptionTree.h"
