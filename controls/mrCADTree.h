@@ -37,10 +37,17 @@ public:
   mrCADTreeFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims kvtWM_CAD_TREE_CHANGED (wherever it goes, lParam not null), uploading the change as it stands,
+  // and of what a CAD tree tells its parent all that handle_tree_message claims. Messages to the tree itself
+  // are left to the tree views' recorder.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // A change is a statement of its own, never merged, and names the item by its places in the tree, which is
+  // asked now; an unknown change names the item alone. The other records are a tree view's.
   void copy_data(void* data) override;
   // As a tree view's, for a tree that says it is a CAD tree; else 0.
   mrContextMenuRes context_menu_invoke(HWND window, const char* class_name, const CPoint& point) override;
+  // A new mrCADTree, owned by the caller; null when there is no memory for it. Raises CInvalidArgException
+  // for a null tree. Recorder process.
   mrTreeView* get_action(HWND tree) override;
 
 private:

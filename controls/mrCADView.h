@@ -27,7 +27,8 @@ static_assert(offsetof(mrCADViewRec, window) == 0 && offsetof(mrCADViewRec, mess
 // menu.
 class MR_API mrCADView : public mrBaseWindow {
 public:
-  // The view's own level is declared as a CAD view, whatever its window class.
+  // The view's own level is declared as a CAD view, whatever its window class. Raises CInvalidArgException
+  // for a null window, which has no path.
   mrCADView(HWND window, mrBaseWindowFactory* factory);
 };
 
@@ -36,8 +37,14 @@ public:
   mrCADViewFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims the mouse button messages of a view, as they come in. Only for those is the window asked whether
+  // it is one.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // Press and release in one place become a click, a click and a double click there the double click. A
+  // release that follows no press is dropped. Asks the view for its camera and client size: a camera that
+  // changed is a statement before the mouse's, and the only one when a drag moved it.
   void copy_data(void* data) override;
+  // Declares a view by its host-given name, else as CADView().
   mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
                                    CString& identifier) override;
   // Records a context menu on a view in place of the right click that opened it; 0 when the window is no

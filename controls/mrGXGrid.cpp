@@ -47,6 +47,8 @@ bool mrGXGridFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam*/, 
   // A number that any control may use for itself, with a small number in its lParam: no address lies there.
   if (static_cast<ULONG_PTR>(msg.lparam) <= 0xFFFF)
     return false;
+  // Deliberate: the host's developers read these lines. The call takes a lock of the system, and only this
+  // message gets this far.
   OutputDebugStringA("notify...\n");
   return on_cell_changed(*reinterpret_cast<const mrGXGridCell*>(msg.lparam));
 }

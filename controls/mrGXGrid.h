@@ -47,7 +47,8 @@ static_assert(offsetof(mrGXGridTextRequest, text) == 8 && offsetof(mrGXGridTextR
 
 class MR_API mrGXGrid : public mrBaseWindow {
 public:
-  // The grid's own level is declared as a GX grid, whatever its window class.
+  // The grid's own level is declared as a GX grid, whatever its window class. Raises CInvalidArgException
+  // for a null grid, which has no path.
   mrGXGrid(HWND grid, mrBaseWindowFactory* factory, unsigned long row, unsigned long column);
 
   // Whether the action is about this cell.
@@ -63,8 +64,13 @@ public:
   mrGXGridFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to a grid or to a child of one (the in-place editor), and mr_grid_cell_changed to
+  // another window, about a grid: it is asked for the cell's text, which is uploaded. An lParam up to 0xFFFF
+  // is no address: left.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // Edits of one cell in a row end as the last text. The text travels in the record.
   void copy_data(void* data) override;
+  // Always 0: grids have no context menu action of their own.
   mrContextMenuRes context_menu_invoke(HWND window, const char* name, const CPoint& point) override;
 
 private:

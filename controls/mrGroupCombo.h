@@ -19,6 +19,8 @@ public:
   mrGroupComboFactory();
 
   mrFactoryType get_factory_type() override;
+  // Every choice is a statement of its own; a heading is none. Asks the combo box for the heading above the
+  // item and for both texts, as they are when the record arrives.
   void copy_data(void* data) override;
   // Asks the host's dialog framework; no message is sent.
   bool is_combo_class(HWND window) const override;

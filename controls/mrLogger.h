@@ -43,6 +43,7 @@ public:
   // A line has no window: "_". Anything else is not the logger's.
   mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
                                    CString& identifier) override;
+  // Always 0: the logger records no context menu.
   mrContextMenuRes context_menu_invoke(HWND window, const char* name, const CPoint& point) override;
 
   // The name of a message, or its number in hexadecimal.

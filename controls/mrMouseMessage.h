@@ -1,6 +1,7 @@
 // A mouse button message taken apart: shared by the recorders that record the mouse itself. Both processes.
 #pragma once
 
+#include "framework/CPoint.h"
 #include "model/mrBaseWindow.h"
 
 #include <windows.h>

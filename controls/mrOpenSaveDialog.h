@@ -37,7 +37,8 @@ struct mrOpenSaveHandlers {
 
 class MR_API mrOpenSaveDialog : public mrBaseWindow {
 public:
-  // The dialog's own level is declared as a file dialog.
+  // The dialog's own level is declared as a file dialog. Raises CInvalidArgException for a null window,
+  // which has no path.
   mrOpenSaveDialog(HWND dialog, mrBaseWindowFactory* factory);
 };
 
@@ -46,10 +47,16 @@ public:
   mrOpenSaveDialogFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to a file dialog and the windows in it, returned ones too. Reads the path when the
+  // file name is edited, the focus is lost or OK comes; uploads when the pending dialog is destroyed.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // A chosen file is a statement of its own; its atom is deleted. A closed dialog is one unless the last
+  // action is on the same dialog, which is still there to be asked for the action's path.
   void copy_data(void* data) override;
+  // Declares a file dialog as OpenSaveDialog(), directly under the top-level window.
   mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
                                    CString& identifier) override;
+  // Always 0: file dialogs have no context menu action of their own.
   mrContextMenuRes context_menu_invoke(HWND window, const char* name, const CPoint& point) override;
 
   // Finds the file dialog that a window belongs to and its controls; true when it has a file name edit and a

@@ -62,6 +62,8 @@ bool mrOptionTreeFactory::handle_message(int kind, int /*code*/, WPARAM /*wparam
   const NMHDR* const header = notification(msg);
   if (!header)
     return false;
+  // Deliberate: the host's developers read these lines. The call takes a lock of the system, and only
+  // notifications get this far.
   OutputDebugStringA("notify...\n");
   if (header->code != mr_option_value_changed || !check_hwnd(header->hwndFrom))
     return false;

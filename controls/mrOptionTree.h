@@ -65,7 +65,10 @@ public:
   mrOptionTreeFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to an option tree or to a window up to three levels below one (its in-place
+  // editors), and mr_option_value_changed of a tree, which is asked for the item's value, kind and labels.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // Changes of one item in a row end as its last value. Labels and value travel in the record.
   void copy_data(void* data) override;
   // 0: option trees offer no context menu action.
   mrContextMenuRes context_menu_invoke(HWND window, const char* class_name, const CPoint& point) override;

@@ -43,7 +43,10 @@ public:
   mrRibCustomiserFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims every message to a widget or to a child of one. At a widget's BCGM_GRID_SEL_CHANGED the widget is
+  // asked for the selected entry's text, which is uploaded.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // Selections of one widget in a row end as the last one. The text travels in the record.
   void copy_data(void* data) override;
   // Declares a widget by its host-given name, else by its text and control id.
   mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,

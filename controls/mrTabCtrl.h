@@ -32,7 +32,8 @@ public:
   mrTabCtrlFactory();
 
   mrFactoryType get_factory_type() override;
-  // Claims every message to a tab window, and what its parent is told of another current tab.
+  // Claims every message to a tab window but WM_NOTIFY, which comes from the controls on its pages, and what
+  // tells of another current tab, whichever window it is told to.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
   // The caption travels in the record: it is that of the moment.
   void copy_data(void* data) override;

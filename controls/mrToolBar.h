@@ -91,6 +91,10 @@ public:
   mrFactoryType get_factory_type() override;
   // The same as reset. Deliberate: the run-command stack is left to the generic window recorder.
   void on_start_record() override;
+  // While a gesture is followed: claims what belongs to it, uploads when its command comes or is overdue;
+  // leaves a foreign command, and the message that finds the time run out, whatever it is. Else claims what
+  // begins a gesture, except the right button. Other messages are claimed if they go to a bar. Out of
+  // memory: the gesture is lost.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
   // Takes a mrToolbarHeader and its levels.
   void copy_data(void* data) override;

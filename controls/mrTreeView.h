@@ -52,7 +52,8 @@ public:
   mrTreeViewFactory(const char* script_name, const char* class_name);
 
   mrFactoryType get_factory_type() override;
-  // Claims every message to a tree, and the notifications of one that it records.
+  // Claims every message to a tree, the commands of a control in it (its label editor), which a tree hands
+  // on to its parent, and of a tree's notifications those that handle_tree_message claims.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
   // Asks the tree where the item stands when the record arrives; a label travels in the record.
   void copy_data(void* data) override;
@@ -71,6 +72,8 @@ public:
   bool handle_tree_message(HWND tree, MSG* msg);
 
 protected:
+  // Whether a window class is a tree view's: it begins with "SysTreeView32", whatever class name a derived
+  // recorder has. Both processes.
   static bool is_tree_class(const char* class_name);
 
   // The 1-based places of an item and its ancestors among their siblings, from the root down, such as "1|3".

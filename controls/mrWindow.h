@@ -36,7 +36,13 @@ public:
   mrWindowFactory();
 
   mrFactoryType get_factory_type() override;
+  // Claims presses, releases and double clicks of the mouse buttons, menu and accelerator commands of a
+  // visible window, and SC_CLOSE. Ignored commands, commands in raw mode and a command on its way up to the
+  // parents are claimed, not uploaded. A message that returned is left; it may end the running command.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
+  // Press and release in one place become a click, a click and a double click there the double click,
+  // whatever time passed; a release that follows no press on the same window is dropped. Commands, named by
+  // the resource map, and Close are never merged. Asks the host only for the path of a new action.
   void copy_data(void* data) override;
   // Declares every window that no control factory declares.
   mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,

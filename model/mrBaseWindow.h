@@ -41,9 +41,13 @@ public:
   // them.
   ~mrBaseWindow() override;
 
+  // The window acted on first, its top-level ancestor last. Borrowed from the action.
   const mrWindowPath& get_path() const { return m_path; }
+  // The host's window that the action is about; null when there is none. It may be gone by now.
   HWND get_window() const { return m_window; }
 
+  // The mouse part, of kind actionNone until it is set; the reference is into the action. Changing it does
+  // not change the statement.
   mrBaseWindowActionStruct& get_action_struct() { return m_action_struct; }
   void set_action_struct(mrBaseWindowActionStruct action_struct) { m_action_struct = action_struct; }
 

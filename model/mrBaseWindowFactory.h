@@ -45,11 +45,13 @@ public:
   // Uploads one record of this factory to the recorder window. Host process, GUI thread; data is borrowed.
   void send_data(unsigned __int64 size, void* data);
 
-  // A short wait of a recogniser, in milliseconds of the tick count. Host process.
+  // A short wait of a recogniser, in milliseconds of the tick count. Host process, these five.
   void set_timeout(unsigned long ms) { m_timeout = ms; }
-  // A tick count of exactly 0 leaves the timer looking unset; accepted.
+  // Starts the wait anew, from now. A tick count of exactly 0 leaves the timer looking unset; accepted.
   void set_timer();
+  // Ends the wait; the timeout stays.
   void stop_timer() { m_timer_start = 0; }
+  // A wait was started and not ended; true after its timeout as well.
   bool is_timer_set() const { return m_timer_start != 0; }
   // More than the timeout has passed; false exactly at the timeout and when the timer is not set.
   bool is_timeout() const;
@@ -58,20 +60,23 @@ public:
   // Deliberate: the recorder process sets both, a host process sees the count and its own list.
   // An id beyond the sixteenth is dropped.
   static void add_ignore_command(int id);
+  // Sets the count to 0, for all processes.
   static void clear_ignore_commands();
+  // Whether the id is among the first entries, as many as count, of this process's list.
   static bool is_ignore(int id);
 
 protected:
   // Remembers that a window procedure is working on a command, so that the same command travelling on to a
-  // parent is not recorded again. Host process.
+  // parent is not recorded again. Host process, GUI thread; out of memory it is not remembered.
   static void add_run_command(HWND window, int command);
 
-  // The class name under which a window is compared and declared: without what changes from build to build
-  // and from run to run.
+  // The class name under which a window is compared and declared, without what changes from build to build
+  // and run to run: all from the first colon on, one final "d" or "D", final digits. "#32770" stays. Recorder
+  // process.
   CString filter_class_name(const char* class_name);
 
   // Declares a window by the name that the host gave it: the ByID form of script_name (of this factory's own
-  // name). declaredNot when it has none.
+  // name). Then declaredByName; declaredNot, and the texts untouched, when it has none. Recorder process.
   mrDeclarationRes get_named_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
                                          CString& identifier, const char* script_name);
   mrDeclarationRes get_named_declaration(const mrWindowInfo* info, CString& declaration, CString& search,
@@ -79,7 +84,8 @@ protected:
 
   const char* get_script_name() const { return m_script_name; }
 
-  // The symbolic name of a window's control id in its dialog ("IDC_" names). Recorder process.
+  // The symbolic name of a window's control id in its dialog ("IDC_" names); what the recorder's namer
+  // answers, which never fails. Recorder process.
   CString get_id_name(const mrWindowInfo* info) const;
 
   // The last recorded action when it is of class ACTION and on this window (element 0 of its path), else

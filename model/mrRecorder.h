@@ -44,7 +44,8 @@ public:
 
   // Starts recording a host thread; recorder is the window whose procedure passes WM_COPYDATA on to copy_data
   // and takes the stop notification (mr_stop_notification). False when a recording already runs anywhere:
-  // everything is kept then. Otherwise the last recording's actions and windows are gone.
+  // everything is kept then. Otherwise the last recording's actions and windows are gone. Deliberate: a
+  // thread that cannot be hooked is not reported: true as well, and no record ever comes.
   bool start_recording(HWND recorder, unsigned long thread_id);
   // Removes the hooks. The actions stay, for get_script.
   void stop_recording();
@@ -64,9 +65,11 @@ public:
   // What was recorded, in order; owned by the recorder. Factories append to it and edit or remove its tail.
   CList<mrAction*, mrAction*>& get_actions() { return m_actions; }
 
+  // The names of ids, from the map that was loaded when the recorder was made; owned by the recorder.
   mrIDNamer& get_namer() { return m_namer; }
 
-  // The whole script job.
+  // Replaces script with the whole script job, lines ended by CR LF. The actions stay, so it may be called
+  // again. The windows of their paths enter the tree, see get_declaration.
   void get_script(CString& script);
 
   // Makes sure that the windows of a path are in the tree and sets call to "  NAME()." with the function of
@@ -82,6 +85,7 @@ public:
 protected:
   using mrWindowNodes = CArray<mrWindowNode*, mrWindowNode*>;
 
+  // Deletes every action and empties the list.
   void clear_actions();
   // Deletes every node; the root stays, without children.
   void clear_windows();

@@ -51,8 +51,9 @@ public:
   // numbers.
   long load_def_map();
 
-  // The folder of the map and of the constants script: ..\..\file\ui_recording beside the main application
-  // folder.
+  // The folder of the map and of the constants script: ..\..\file\ui_recording, seen from the main
+  // application folder. Where there is no such folder, the developers' one,
+  // P:\devel\utestsuite\scriptinclude, there or not.
   static CString get_res_path();
   // The resource map "ui_map.rcz" and the constants script "ui_consts.js" in that folder.
   static CString get_res_file();
@@ -92,14 +93,26 @@ protected:
   // The key of headers that no folder gives one.
   static const CString general_head;
 
-  // ---- the lexer: 1 when it found what it looked for, else 0; pos is advanced in place
+  // ---- the lexer: 1 when it found what it looked for, else 0; pos is advanced in place. All but next_line
+  // skip blanks first (space, tab, CR, LF) and do not go back when they fail. A pos outside is the end.
+
+  // Stops at the first character that is no blank; 0 at the end of the text.
   static int skip_blanks(const CString& text, int& pos);
+  // Stops at the next line feed, that at pos included; 0 and pos -1 when there is none.
   static int next_line(const CString& text, int& pos);
+  // The next token, tried as an integer, identifier, string, separator. 0 and lexNone at the end of the
+  // text, at an open string and before a character that begins no token.
   static int next_lexeme(const CString& text, int& pos, mrLexem& lex);
+  // A digit or minus sign, then decimal digits, "x" and "X"; a minus sign alone is the integer 0.
   static int parse_int(const CString& text, int& pos, mrLexem& lex);
+  // A letter or "_", then letters, digits and "_".
   static int parse_id(const CString& text, int& pos, mrLexem& lex);
+  // A text in double quotes, \" and "" standing for a quote. One that is never closed leaves pos at the end.
   static int parse_string(const CString& text, int& pos, mrLexem& lex);
+  // A run of separators; a minus sign behind the first one ends it.
   static int parse_separator(const CString& text, int& pos, mrLexem& lex);
+  // The number at the beginning: blanks, a sign, then hexadecimal behind "0x", octal behind "0", else
+  // decimal. 0 when there is none, the nearest limit when it does not fit; what follows is not looked at.
   static int64_t to_int(const CString& text);
 
   // ---- reading sources: 1 on full success, else 0; what could be read stays
@@ -108,10 +121,16 @@ protected:
   // including header, may be null.
   int process_header_in_paths(mrLibraryRes* module, mrHeader* parent, const CString& name,
                               const CString& includer);
+  // Reads the header and those that it includes, each into the group of its path. module and parent may be
+  // null. A file met before is not read again, its group enters the module. 0 when one of them cannot be
+  // read, which is reported through error.
   int process_header_file(mrLibraryRes* module, mrHeader* parent, const CString& path);
+  // One line of a header of the group: takes a #define of an id as a plain number, reads the header of an #include
+  // "NAME". False when that header could not be read; every other line is a success.
   bool process_line(const CString& line, mrLibraryRes* module, mrHeader* group);
   // Without environment variables, with backslashes, without "." and "..".
   static CString expand_path(const CString& path);
+  // Drops every folder; one empty entry stays, for the including file's.
   void clear_include_paths();
 
   // ---- the model
@@ -120,7 +139,10 @@ protected:
   // The group under the key, made with the path if there is none; entered into the module's headers unless
   // module is null. Owned by the namer.
   mrHeader* add_header(mrLibraryRes* module, const CString& key, const CString& path);
+  // Enters a constant into the group, which is not null. A later value takes the place of an earlier one
+  // there; the earlier number keeps the name as well.
   void add_constant(const CString& name, int64_t value, mrHeader* group);
+  // Empties the model: every group, module and name is destroyed. Include paths and counts stay.
   void clear_all();
 
   // ---- the stored map: COM results
@@ -137,8 +159,11 @@ protected:
   // Adds every document of the folder; 0, or a nonzero result: the zip library's, or -1 for a folder or file
   // that cannot be read.
   static int add_dir_to_zip(cmZip& zip, const CString& folder, const CString& folder_in_zip);
+  // Adds one file under its own name and date; the results are those of add_dir_to_zip. folder_in_zip has no
+  // final slash.
   static int add_file_to_zip(cmZip& zip, const CString& path, const CString& folder_in_zip);
-  // Fills six integers: year, month, day, hour, minute, second, in local time.
+  // Fills six integers: year, month, day, hour, minute, second, in local time; 1 January 1980, 0:00:00 for a
+  // file that is missing or cannot be asked.
   static void file_modified_date(const char* path, int* date);
 
   // Data, in this order.
