@@ -125,8 +125,8 @@ protected:
   // null. A file met before is not read again, its group enters the module. 0 when one of them cannot be
   // read, which is reported through error.
   int process_header_file(mrLibraryRes* module, mrHeader* parent, const CString& path);
-  // One line of a header of the group: takes a #define of an id as a plain number, reads the header of an #include
-  // "NAME". False when that header could not be read; every other line is a success.
+  // One line of a header of the group: takes a #define of an id as a plain number, reads the header of an
+  // #include "NAME". False when that header could not be read; every other line is a success.
   bool process_line(const CString& line, mrLibraryRes* module, mrHeader* group);
   // Without environment variables, with backslashes, without "." and "..".
   static CString expand_path(const CString& path);
