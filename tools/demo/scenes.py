@@ -146,9 +146,15 @@ def in_turn(*gestures):
     return do
 
 
+def wait_for_a_new_menu(stage, command):
+    """A menu with the same command that was just left, by the keyboard, may still be told of where it was."""
+    stage.host.wait_until_gone("menu", command)
+
+
 def choose(*path):
     """A command of the menu bar, by mouse: the names of the menus, then the command."""
     def do(stage):
+        wait_for_a_new_menu(stage, path[-1])
         stage.user.click(stage.point("menubar", path[0]))
         for name in path[1:]:
             stage.user.click(stage.point("menu", name))
@@ -158,6 +164,7 @@ def choose(*path):
 
 def choose_in_context(place, name, at, command):
     def do(stage):
+        wait_for_a_new_menu(stage, command)
         stage.user.click(stage.point(place, name, at), RIGHT)
         stage.user.click(stage.point("menu", command))
         stage.host.wait_until_gone("menu", command)
