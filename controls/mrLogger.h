@@ -38,7 +38,8 @@ public:
   void on_start_record() override;
   // Always true: a build that routes messages here routes them nowhere else.
   bool handle_message(int kind, int code, unsigned __int64 wparam, __int64 lparam) override;
-  // Appends one line. A recorder must have been set: the recording session does not do it for the logger.
+  // Appends one line; drops it while no recorder was set, which the recording session does not do for the
+  // logger.
   void copy_data(void* data) override;
   // A line has no window: "_". Anything else is not the logger's.
   mrDeclarationRes get_declaration(const mrWindowInfo* info, CString& declaration, CString& search,

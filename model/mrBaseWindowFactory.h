@@ -97,7 +97,9 @@ protected:
     return action && action->get_path()[0]->window == window ? action : nullptr;
   }
 
-  // A new action of class ACTION; null when there is no memory for it or its path. Recorder process.
+  // A new action of class ACTION; null when there is no memory for it or its path. What else its constructor
+  // raises goes through: CInvalidArgException for a null window, where it writes into the path. Recorder
+  // process.
   template <class ACTION, class... ARGUMENTS>
   static ACTION* make_action(const ARGUMENTS&... arguments) {
     try {
@@ -117,15 +119,6 @@ protected:
     append_action(make_action<ACTION>(window, this), statement);
   }
 
-  // The same for a gesture of the mouse. Recorder process.
-  template <class ACTION>
-  void append_mouse_statement(HWND window, const mrBaseWindowActionStruct& mouse, const CString& statement) {
-    ACTION* const action = make_action<ACTION>(window, this);
-    if (action)
-      action->set_action_struct(mouse);
-    append_action(action, statement);
-  }
-
   // The same, unless the last action is of that class and on that window: it takes the statement then, so
   // that a run of changes of one control ends as its last state. Recorder process.
   template <class ACTION>
@@ -134,6 +127,16 @@ protected:
       last->set_action_string(statement);
     else
       append_statement<ACTION>(window, statement);
+  }
+
+  // Appends an action like append_statement, with the gesture of the mouse that it stands for. Recorder
+  // process.
+  template <class ACTION>
+  void append_mouse_statement(HWND window, const mrBaseWindowActionStruct& mouse, const CString& statement) {
+    ACTION* const action = make_action<ACTION>(window, this);
+    if (action)
+      action->set_action_struct(mouse);
+    append_action(action, statement);
   }
 
   // Whether the user could have done something to a control: it is visible and enabled. Host process.
