@@ -153,8 +153,8 @@ mrContextMenuRes mrTreeViewFactory::context_menu_invoke(HWND window, const char*
 // The rectangle of an item's whole row in the tree's client pixels; false when the tree does not tell it.
 static bool get_row(HWND tree, HTREEITEM item, RECT& row) {
   // The message reads the item's handle where it writes the rectangle.
-  static_assert(sizeof(RECT) == 16 && sizeof(item) <= sizeof(RECT), "one buffer, in and out");
-  memcpy(&row, &item, sizeof item);
+  static_assert(sizeof(RECT) == 16 && sizeof(HTREEITEM) <= sizeof(RECT), "one buffer, in and out");
+  memcpy(&row, &item, sizeof(HTREEITEM));
   return send_remotely(tree, TVM_GETITEMRECT, FALSE, &row, sizeof row) != 0;
 }
 
