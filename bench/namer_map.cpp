@@ -5,6 +5,7 @@
 // A map of 300 modules with 10 dialogs of 20 controls each and 100000 constants, read from its archive. The
 // best of the rounds counts. Exit status 1 when the limit is exceeded.
 #include "bench/source_tree.h"
+#include "bench/stopwatch.h"
 #include "namer/mrIDNamer.h"
 #include "namer/mrMapArchive.h"
 #include "namer/mrXml.h"
@@ -63,24 +64,6 @@ private:
     }
   }
 };
-
-double seconds() {
-  LARGE_INTEGER count, frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
-template <class Work>
-double best_of(int rounds, Work work) {
-  double best = std::numeric_limits<double>::max();
-  for (int i = 0; i < rounds; ++i) {
-    const double start = seconds();
-    work();
-    best = std::min(best, seconds() - start);
-  }
-  return best;
-}
 
 size_t load_documents(const CString& path) {
   const mrComApartment com;

@@ -5,6 +5,7 @@
 // Generated sources of 10, 20 and 40 MB: modules with 20 dialogs of 16 controls each and eight headers of
 // code. The best of the rounds counts. Exit status 1 when a limit is exceeded.
 #include "bench/source_tree.h"
+#include "bench/stopwatch.h"
 #include "namer/mrIDNamer.h"
 
 #include <windows.h>
@@ -28,13 +29,6 @@ public:
   using mrIDNamer::process_resource_file;
   int errors() const { return m_error_count; }
 };
-
-double seconds() {
-  LARGE_INTEGER count, frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return static_cast<double>(count.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 std::string read(const std::string& path) {
   const HANDLE file =
@@ -60,17 +54,6 @@ size_t split_files(const GeneratedSources& sources) {
     count += lines.size();
   }
   return count;
-}
-
-template <class Work>
-double best_of(int rounds, Work work) {
-  double best = std::numeric_limits<double>::max();
-  for (int i = 0; i < rounds; ++i) {
-    const double start = seconds();
-    work();
-    best = std::min(best, seconds() - start);
-  }
-  return best;
 }
 
 }  // namespace

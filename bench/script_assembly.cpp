@@ -4,6 +4,7 @@
 //
 // The actions are built without windows: controls of dialogs of one main window, each level described as a
 // real one would be.
+#include "bench/stopwatch.h"
 #include "hooks/mrDispatcher.h"
 #include "hooks/mrFactoryType.h"
 #include "model/mrBaseWindow.h"
@@ -93,13 +94,6 @@ public:
 
 // ---- measuring --------------------------------------------------------------------------------------
 
-double now_ms() {
-  LARGE_INTEGER count, frequency;
-  QueryPerformanceCounter(&count);
-  QueryPerformanceFrequency(&frequency);
-  return static_cast<double>(count.QuadPart) * 1000 / static_cast<double>(frequency.QuadPart);
-}
-
 // Milliseconds for the script of a fresh recording.
 double assemble(int actions, int windows) {
   mrRecorder recorder;
@@ -108,9 +102,9 @@ double assemble(int actions, int windows) {
   for (int i = 0; i < actions; ++i)
     recorder.get_actions().AddTail(new DescribedAction(described.path(i), factory));
   CString script;
-  const double start = now_ms();
+  const double start = seconds();
   recorder.get_script(script);
-  const double ms = now_ms() - start;
+  const double ms = (seconds() - start) * 1000;
   if (script.GetLength() < actions * 30) {
     fprintf(stderr, "script_assembly: the script is too short\n");
     exit(1);
